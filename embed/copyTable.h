@@ -1,0 +1,22 @@
+// The table of library copies: finding them, starting an instance in the lowest free one, ending
+// it.
+#pragma once
+
+#include "embed/frontState.h"
+#include "extern/include/embedzy.h"
+
+namespace zy {
+
+// Zy_Initialize() and Zy_Initialize2(), which differ in their entry alone.
+int startInstance(InitEntry &entry, void **handle, ZyOptions *option);
+
+// Ends the instance through its own export and frees its slot; the result of Zy_End().
+int endInstance(void *handle, int (*endExport)(void *));
+
+// Whether a handle is that of an instance: looking a name up in anything else is not safe.
+bool isLiveHandle(void *handle);
+
+// "ERROR: <what>: <loader's text>", always ended by exactly one line feed.
+void reportLoaderError(const char *what, const char *loaderText);
+
+}  // namespace zy

@@ -1,0 +1,9 @@
+// State of the kernel layer.
+
+#include "embed/streams.h"
+
+namespace zy {
+
+ReopenEntry *reopenList;
+
+}  // namespace zy

@@ -1,0 +1,177 @@
+// record header: Value and ExprNode, one record for every intermediate result of a running script
+// and for every node of a parsed expression, so that an operand is read where it stands. Records
+// come from one free list; a Value is on at most one of: a value stack, the free list, a tree.
+#pragma once
+
+#include <cstddef>
+
+#include "decl/typeInfo.h"
+
+namespace zy {
+
+struct ScopeFrame;
+struct ShapeNode;
+struct StmtNode;
+struct ExecContext;
+struct ExprNode;
+
+// Record kinds. Other records share the allocator under kinds of their own.
+enum NodeKind : uint32_t {
+    NODE_OPERATOR = 0,
+    NODE_VALUE = 1,
+    NODE_LIST = 2,  // a list cell: item, next
+    NODE_CASE_GROUP = 3,
+    NODE_LABELLED_CASE_GROUP = 4,
+    NODE_FOREACH = 5,
+    NODE_ARRAY_INFO = 6,
+    NODE_EXTENT = 7,
+    NODE_FUNC_INFO = 9,
+    NODE_STRUCT_INFO = 10,
+};
+
+// What a Value or a variable holds, by its data type.
+union Payload {
+    char c;
+    signed char sc;
+    unsigned char uc;
+    short s;
+    unsigned short us;
+    int i;
+    unsigned int u;
+    long long ll;
+    unsigned long long ull;
+    float f;
+    double d;
+    float pair[2];  // complex, dual: real or primary part first
+    void *p;
+    char *text;        // string: owned by the Value; pointer to char: not
+    TypeInfo *symbol;  // DT_NAME; pointer to function
+    ExprNode *value;   // DT_CONSTANT: the value that holds the constant
+    uint64_t bits;
+};
+
+union Payload2 {
+    double d;  // imaginary or dual part of the wide types
+    StructInfo *structInfo;
+    NameEntry *name;
+    struct {
+        int32_t elementType;  // of arrays
+        int32_t castFlag;     // 1: the result of a cast to pointer to computational array
+    };
+    uint64_t bits;
+};
+
+// Runs one operator node; chosen when the node is threaded into a chain.
+using NodeRoutine = void (*)(ExprNode *node);
+
+struct ExprNode {
+    ExprNode *next;  // the Value below on a stack; the next free record; the next node of a chain
+    union {
+        void *link;           // cleared at allocation
+        NodeRoutine routine;  // of a threaded operator
+    };
+    uint32_t kind;  // NodeKind
+    union {
+        uint32_t type;  // of a Value: DataType
+        int32_t op;     // of an operator: its code
+    };
+    union {
+        struct {
+            Payload payload;
+            Payload2 payload2;
+            union {
+                ShapeNode *shape;  // of arrays
+                struct {           // of aggregates and pointers to them
+                    uint8_t
+                        owned;  // 1: the object is released with the Value; 2: made for a return
+                    uint8_t noFree;  // the object is no heap block of its own
+                };
+            };
+            uint32_t count;     // elements of an array
+            uint8_t ownership;  // of an array's data and shape
+        };
+        struct {
+            ExprNode *left, *right, *third, *fourth;  // operands, NULL where absent
+        };
+        ExprNode *item;  // of a list cell
+    };
+};
+using Value = ExprNode;
+static_assert(sizeof(ExprNode) == 56);
+
+// One activation of script code: the top level, or a call that has not returned.
+struct ExecContext {
+    ExecContext *allNext;
+    ExecContext *readyNext;
+    int16_t level;   // block level of the function's body
+    uint16_t phase;  // how far the current statement has got; 0: not started
+    int16_t priority;
+    uint8_t isCall;
+    uint32_t state;  // 0 new, 1 running, 2 ready, 3 waiting, 6 for children, 7 for a call
+    unsigned char *resumeStatus;  // phases that the statements held when the call began
+    ExprNode *varArgs;            // copies of the arguments that went to ...
+    ScopeFrame *frames;           // innermost first
+    StmtNode *statement;          // NULL ends the statement loop
+    ExprNode *chain;              // next node; NULL ends the evaluator
+    Value *stack;                 // top of the value stack
+    ExecContext *caller;
+    FuncInfo *function;  // NULL at top level
+    void *join;
+};
+
+// The activation that runs. Read anew after anything that can call.
+extern ExecContext *currentContext;
+// The one in which texts are evaluated outside a program; its statements have no position.
+extern ExecContext *evalContext;
+
+// ---- Records
+// -------------------------------------------------------------------------------------
+
+// A record with `next` NULL. kind, type and payload are left from its last use: set what you use.
+// NULL after a message if memory is exhausted.
+Value *newValue();
+// Gives a record back without touching its payload.
+void recycleValue(Value *value);
+// Releases what the Value owns, by its type, then recycles it.
+void deleteValue(Value *value);
+// Fills valueFreeList ahead of use.
+void preallocateValues(int count);
+// How many records are in use: not on the free list. For tests of leaks.
+int liveValueCount();
+// All records back to the heap; the instance ends.
+void releaseValueRecords();
+
+// A Value of that type with a zero payload.
+Value *newZeroValue(int type);
+// The same for use inside a tree.
+Value *zeroCell(int type);
+
+// ---- Stack
+// ---------------------------------------------------------------------------------------
+
+void pushValue(Value *value);
+// NULL, after a message and with runStatus set, if the stack is empty.
+Value *popValue();
+void clearValueStack();
+
+// An operator's operand: a constant where it stands (popped false: not to be released), all else
+// from the stack (popped true if there was one).
+Value *operandOf(ExprNode *operand, bool &popped);
+
+// ---- Memory
+// --------------------------------------------------------------------------------------
+
+// A heap block; NULL after a message, with errorFlag set, if memory is exhausted.
+void *allocOrFail(size_t size);
+char *copyString(const char *text);                // NULL in, NULL out
+char *updateString(char *old, char *replacement);  // takes both; gives the buffer to keep
+
+// ---- Variables
+// -----------------------------------------------------------------------------------
+
+// Pushes the current value of a variable. code 0, or an array reference code for a subscript.
+void fetchVariable(TypeInfo *symbol, int code);
+// The Value that a pointer points to; the pointer stays the caller's.
+Value *derefValue(Value *pointer);
+
+}  // namespace zy

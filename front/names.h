@@ -1,0 +1,54 @@
+// record header: every spelling exists once, as a NameEntry of nameTable; identifiers are compared
+// by pointer. The 62-bucket tables of the front end share bucketOf and nameHash.
+#pragma once
+
+#include <cstdint>
+
+namespace zy {
+
+struct TypeInfo;
+
+constexpr int BUCKET_COUNT = 62;
+
+struct NameEntry {
+    NameEntry *next, *prev;  // of the bucket
+    uint16_t hash;
+    uint8_t hidden;    // taken out of sight of scripts
+    char *text;        // owned
+    TypeInfo *symbol;  // the declaration visible at file scope, or NULL
+};
+
+extern NameEntry *nameTable[BUCKET_COUNT];
+
+// The bucket of a name by its first character. 10 and more: the name starts with a letter.
+constexpr int bucketOf(char c) {
+    if (c >= 'a' && c <= 'z')
+        return c - 62;
+    if (c >= 'A' && c <= 'Z')
+        return c - 54;
+    return static_cast<unsigned char>(c) % 10;
+}
+
+// The sum of the characters as signed bytes, modulo 65536.
+constexpr uint16_t nameHash(const char *text) {
+    uint16_t sum = 0;
+    for (; *text; text++)
+        sum += static_cast<signed char>(*text);
+    return sum;
+}
+
+NameEntry *lookupName(const char *text);  // NULL if there is none
+// The same when the lexer has summed the hash already.
+NameEntry *lookupHashedName(const char *text, uint16_t hash);
+// Compares `length` characters, for completion; below 2 the hash alone.
+NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length);
+NameEntry *addName(const char *text);  // doesn't search first
+void removeName(const char *text);
+void releaseNames();
+
+// File-static names of the enclosing file while another is read, and those of finished files, which
+// can be found only through their TypeInfo.
+void hideFileNames();
+void restoreFileNames();
+
+}  // namespace zy

@@ -1,0 +1,9 @@
+// The environment of the process.
+#pragma once
+
+namespace zy::platform {
+
+// Sets or, with a NULL value, removes a variable; 0 or -1 with errno set. The texts are copied.
+int setEnvironment(const char *name, const char *value);
+
+}  // namespace zy::platform
