@@ -36,8 +36,10 @@ constexpr int STORE_VALUE_SIZE = 512;
 // option. `gap` is what stands behind "in" in the message; the first call's set-up has a blank
 // more.
 bool findCopyFolder(const ZyOptions *option, const char *gap, std::string &folder) {
-    if (option && option->copyFolder && platform::isReadable(option->copyFolder)) {
-        folder = option->copyFolder;
+    folder = option && option->copyFolder ? option->copyFolder : "";
+    platform::useNativeSeparators(folder.data());
+    if (!folder.empty() && platform::isReadable(folder.c_str())) {
+        // taken as given
     } else if (option && option->zyhome) {
         folder = std::string(option->zyhome) + "\\extern\\lib";
     } else {

@@ -35,6 +35,8 @@ void forgetStream(FILE *stream) {
 int noteReopened(FILE *stream) {
     if (!stream)
         return -1;
+    if (stream == stderr)
+        setvbuf(stderr, nullptr, _IONBF, 0);  // a message must be there when the process faults
     forgetStream(stream);
     int fd = platform::descriptorOf(stream);
     reopenList = new ReopenEntry{reopenList, fd, stream};
