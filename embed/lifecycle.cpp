@@ -6,6 +6,7 @@
 #include "embed/kernel.h"
 #include "embed/scriptDriver.h"
 #include "embed/streams.h"
+#include "front/tokens.h"
 #include "instance/report.h"
 #include "platform/signals.h"
 #include "startup/startup.h"
@@ -39,11 +40,18 @@ void takeOptions(const ZyOptions *option) {
     e_lang->zyhome = option ? option->zyhome : nullptr;
 }
 
+// An embedded script reaches the library's function of that name.
+void dropFreeKeyword() {
+    for (KeywordEntry **table : {keywordTable, keywordSnapshot})
+        removeKeyword("free", nameHash("free"), table);
+}
+
 int startKernel(void **handle, const ZyOptions *option, ZyPutenv put, ZyGetenv get) {
     e_interp = *handle;
     scriptMode = SCRIPT_IDLE;
     installFaultHandlers();
     initConstSysVars();
+    dropFreeKeyword();
     e_lang->embedded = 1;
     e_lang->putenvFn = put;
     e_lang->getenvFn = get;
@@ -81,6 +89,7 @@ int Zy_End_kernel(void *) {
 
 void cleanMemory() {
     zy::releaseReopenList();
+    zy::releaseKeywords();
     zy::releaseStartup();
     zy::releaseLangState();
 }

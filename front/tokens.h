@@ -37,7 +37,9 @@ struct KeywordEntry {
 
 extern KeywordEntry *keywordTable[BUCKET_COUNT];
 extern KeywordEntry *keywordSnapshot[BUCKET_COUNT];
-extern const KeywordEntry *assignKeyword, *shiftLeftKeyword, *shiftRightKeyword;
+// The rows of =, << and >>; NULL while a script has none. The expression parser gives the shifts
+// another class for the time of a stream form.
+extern KeywordEntry *assignKeyword, *shiftLeftKeyword, *shiftRightKeyword;
 
 void initKeywords();
 void releaseKeywords();
@@ -48,13 +50,21 @@ KeywordEntry *addKeyword(KeywordClass keywordClass, const char *name, int code);
 KeywordEntry *findKeyword(const char *text, uint16_t hash, int length);
 // The row with exactly this name, wherever it stands; NULL if there is none.
 KeywordEntry *keywordNamed(const char *name, KeywordEntry *const *table = keywordTable);
-int removeKeyword(const char *name, uint16_t hash, KeywordEntry **table);  // 0, -1 if absent
+int removeKeyword(const char *name, uint16_t hash, KeywordEntry **table);  // the newest row; 0, -1
 void saveKeywords();
 void restoreKeywords();
 void hideRestrictedKeywords();
 void showRestrictedKeywords();
 
-// zykey (mode 35), addkey (36), remkey. 0, or -1 after a message.
+// A function of the script takes the place of the built-in of that name until restoreKeywords():
+// its soft rows leave the table. False if the name is no soft word.
+bool shadowKeyword(const char *name);
+// Whether the statement being parsed is a declaration: stmt/parseStack has it.
+bool atDeclaration();
+
+// zykey, addkey, remkey. 0, or -1 after a message. The modes are statement kinds.
+constexpr int MODE_ZYKEY = 35;
+constexpr int MODE_ADDKEY = 36;
 int changeKeyword(int mode, Value *newName, Value *oldName);
 int dropKeyword(Value *name);
 

@@ -5,6 +5,7 @@
 #include "embed/environment.h"
 #include "extern/include/embedzy.h"
 #include "front/lexerState.h"
+#include "front/tokens.h"
 
 namespace zy {
 
@@ -22,6 +23,7 @@ void initConstSysVars() {
     createLangState();
     e_lang->putenvFn = envPut;
     e_lang->getenvFn = envGet;
+    initKeywords();
 }
 
 int initExecution() {

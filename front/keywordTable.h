@@ -1,0 +1,30 @@
+// What the sources of the keyword table share among themselves.
+#pragma once
+
+#include "front/tokens.h"
+
+namespace zy {
+
+// One row of front/keywords.inc.
+struct VocabularyRow {
+    const char *word;
+    KeywordClass keywordClass;
+    int code;
+    bool soft;
+};
+
+// Rows that functions of the script have taken the place of, newest first.
+extern KeywordEntry *shadowedKeywords;
+
+// The row of a word in the initial vocabulary; NULL if it isn't in it.
+const VocabularyRow *vocabularyRow(const char *word);
+
+// The link that points to the newest row of the name; to NULL at the end of the bucket.
+KeywordEntry **linkOfKeyword(const char *name, uint16_t hash, KeywordEntry **table);
+// Removes every row of the name; false if there was none.
+bool removeAllRows(const char *name, KeywordEntry **table);
+
+// The operators whose rows are kept in cells, after the table has changed.
+void findKeptOperators();
+
+}  // namespace zy

@@ -1,0 +1,128 @@
+// The vocabulary and its look-up, changes and restrictions. What the lexer does around a look-up is
+// set up by hand: the line, the cursor, the kind of the statement.
+
+#include <map>
+#include <sstream>
+#include <string>
+
+#include "front/lexerState.h"
+#include "front/tokens.h"
+#include "instance.h"
+
+namespace zy {
+
+namespace {
+
+// What the language's manual says, in its order: word and code.
+struct Group {
+    KeywordClass keywordClass;
+    bool soft;
+    int count;
+    const char *words;
+};
+
+const Group groups[] = {
+    {KC_STATEMENT, false, 25, R"(
+{ 1 } 3 foreach 5 for 6 if 7 while 8 do 9 switch 10 return 12 goto 14 _exit 15 _stop 16
+_perror 17 _longjmp 18 _abort 19 # 25 delete 30 _clearerr 31 _using 32 _casesen 38
+_floatconst 39 _srand 40 break 43 continue 44 _fbase 65)"},
+    {KC_STATEMENT, true, 2, R"(
+free 29 _free 29)"},
+    {KC_CLAUSE, false, 7, R"(
+else 1 case 3 default 4 __to 0 __step 2 __collect 5 __smoothcorner 10)"},
+    {KC_TYPE, false, 36, R"(
+char 0 int 4 float 8 double 9 string_t 25 FILE 27 _FILE 27 void 28 union 130 class 131
+struct 132 enum 137 signed 140 unsigned 141 short 142 long 143 complex 144 dual 145 __local
+146 __declspec 147 auto 148 register 149 static 150 extern 151 typedef 152 __global 153
+__ref 154 array 155 const 157 public 158 private 159 protected 160 virtual 161 restrict 162
+inline 163 volatile 165)"},
+    {KC_OPERATOR, false, 162, R"(
++ 728 - 729 * 730 / 731 % 733 ! 732 ~ 748 < 734 <= 735 == 736 >= 737 > 738 != 739 || 740 ^^
+741 && 742 | 743 ^ 744 & 745 << 746 >> 747 . 722 -> 724 :: 723 .* 669 ./ 670 = 686 += 687 -=
+688 *= 689 /= 690 %= 691 &= 692 ^= 693 |= 694 <<= 695 >>= 696 ++ 701 -- 702 ? 703 ` 561
+sizeof 240 new 685 _printf 181 _fprintf 186 _scanf 183 __va_start 592 __va_count 73
+__va_array 74 __va_arg 593 _inverse 631 _linearsolver 674 _strftime 220 _rand 194 _mktime
+108 _ctime 580 _freopen 583 _tmpfile 584 _gmtime 585 _localtime 586 _smem_get 558
+_smem_create 559 _smem_remove 152 _asctime 576 _crypt 579 _malloc 587 _calloc 588 _realloc
+594 _set_new_handler 589 _execv 146 _execvp 147 _fork 148 _feof 103 _ferror 104 _fclose 112
+_pclose 113 _wait 114 _setjmp 115 _fflush 116 _fseek 117 _ftell 180 _fgetpos 118 _fsetpos
+119 _fwrite 222 _write 135 _lockf 143 _getpid 109 _getppid 110 _getpriority 136 _setpriority
+137 _listen 138 _shutdown 139 _socket 102 _dup2 140 _lseek 141 _fcntl 142 _system 120 _close
+122 _fputc 126 _putc 126 _putchar 127 _fputs 128 _puts 129 _fgetc 131 _getc 131 _fileno 132
+_ungetc 133 _tmpnam 570 _remenv 150 _remove 153 _rename 154 _pipe 145 _utime 155 _getrlimit
+160 _accept 162 _getpeername 163 _getsockname 164 _bind 165 _connect 166 _socketpair 167
+_recv 168 _send 169 _getsockopt 170 _setsockopt 171 _stat 156 _lstat 157 _fstat 158 _fopen
+581 _popen 582 _setvbuf 159 _atexit 123 _dlopen 590 _dlsym 591 _dlclose 124 _dlerror 578
+_isalnum 77 _isalpha 78 _iscntrl 79 _isdigit 80 _isgraph 81 _islower 82 _isprint 83 _ispunct
+84 _isspace 85 _isupper 86 _isxdigit 87 _isascii 88 _toascii 89 _tolower 90 _toupper 91
+_isinteger 92 _ishex 93 _isnum 94 _isvar 95 _isenv 96 _iskey 97 _gradientim 549 _gradientxim
+547 _gradientyim 548 _createconstim 550 _createcircim 551 _createrectim 552)"},
+    {KC_OPERATOR, true, 85, R"(
+abs 750 fabs 751 min 752 max 753 sqrt 754 pow 755 log 756 log10 757 exp 758 sin 759 cos 760
+tan 761 asin 762 acos 763 atan 764 atan2 765 sinh 766 cosh 767 tanh 768 asinh 769 acosh 770
+atanh 771 ceil 772 floor 773 fmod 774 ldexp 775 frexp 776 modf 777 polar 778 real 780 imag
+781 conj 784 alias 783 streval 697 strparse 130 elementtype 76 transpose 606 shape 608
+access 100 open 101 _read 134 fread 219 ioctl 144 fgets 568 gets 569 sscanf 184 fscanf 185
+scanf 183 vsprintf 176 vfprintf 174 vprintf 175 fprintf 186 printf 181 putenv 149 getenv 574
+strerror 575 strlen 206 strcmp 98 strcoll 99 strxfrm 221 strcpy 564 strncpy 565 strcat 566
+strncat 573 stradd 560 strtok 567 strtod 328 strtol 111 strtoul 217 time 249 clock 218
+memcpy 572 memmove 572 memset 571 dlrunfun 125 dlopen 590 dlsym 591 dlerror 578 setlocale
+577 umask 121 setrlimit 161 atexit 123 min 752 max 753 sprintf 182)"},
+};
+
+int rowsOf(KeywordEntry *const *table) {
+    int count = 0;
+    for (int bucket = 0; bucket < BUCKET_COUNT; bucket++)
+        for (const KeywordEntry *row = table[bucket]; row; row = row->next)
+            count++;
+    return count;
+}
+
+// Looks up the word at the start of a line.
+KeywordEntry *look(const std::string &word, const char *behind) {
+    snprintf(lineBuffer, sizeof lineBuffer, "%s%s", word.c_str(), behind);
+    lineLength = static_cast<int16_t>(strlen(lineBuffer));
+    linePos = 0;
+    return findKeyword(word.c_str(), nameHash(word.c_str()), static_cast<int>(word.size()));
+}
+
+std::string namesInBucket(KeywordEntry *const *table, char c) {
+    std::string names;
+    for (const KeywordEntry *row = table[bucketOf(c)]; row; row = row->next)
+        names += std::string(names.empty() ? "" : " ") + row->name;
+    return names;
+}
+
+}  // namespace
+
+using KeywordTest = InstanceTest;
+
+TEST_F(KeywordTest, TheTableHoldsTheWholeVocabularyAndNothingElse) {
+    int total = 0;
+    for (const Group &group : groups) {
+        std::istringstream words(group.words);
+        std::string word;
+        int code, count = 0;
+        for (; words >> word >> code; count++) {
+            const KeywordEntry *row = keywordNamed(word.c_str());
+            ASSERT_NE(row, nullptr) << word;
+            EXPECT_EQ(row->keywordClass, group.keywordClass) << word;
+            EXPECT_EQ(row->code, code) << word;
+            EXPECT_EQ(row->soft != 0, group.soft) << word;
+            EXPECT_EQ(look(word, "("), row) << word;
+            EXPECT_EQ(linePos, static_cast<int>(word.size())) << word;
+        }
+        EXPECT_EQ(count, group.count);
+        total += count;
+    }
+    EXPECT_EQ(total, 317);
+    EXPECT_EQ(rowsOf(keywordTable), total);
+    EXPECT_EQ(rowsOf(keywordSnapshot), total);
+}
+
+// A row goes to the head of its bucket: what was entered last is met first.
+TEST_F(KeywordTest, BucketsListTheNewestRowFirst) {
+    EXPECT_EQ(namesInBucket(keywordTable, '+'), "? ++ += != ! + {");
+}
+
+}  // namespace zy
