@@ -6,6 +6,8 @@
 #include "embed/kernel.h"
 #include "embed/scriptDriver.h"
 #include "embed/streams.h"
+#include "expr/context.h"
+#include "expr/scope.h"
 #include "front/tokens.h"
 #include "instance/report.h"
 #include "platform/signals.h"
@@ -89,6 +91,10 @@ int Zy_End_kernel(void *) {
 
 void cleanMemory() {
     zy::releaseReopenList();
+    zy::releaseContexts();
+    zy::releaseScopes();
+    zy::releaseNames();
+    zy::releaseValueRecords();
     zy::releaseKeywords();
     zy::releaseStartup();
     zy::releaseLangState();

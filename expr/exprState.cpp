@@ -1,14 +1,25 @@
-// State of the expressions' room: the contexts and frames of the running program.
+// State of the expressions' room: the records, contexts and frames of the running program.
 
+#include "expr/context.h"
+#include "expr/recordPool.h"
 #include "expr/scope.h"
 #include "expr/value.h"
 
 namespace zy {
 
+Value *valueFreeList;
+RecordBlock *recordBlocks;
+int recordCount;
+
 ExecContext *currentContext;
 ExecContext *evalContext;
+ExecContext *baseContext;
+ExecContext *allContexts;
+ExecContext *readyQueue;
+
 ClassContext *classContext;
 ScopeFrame *baseFrame;
 TypeInfo *systemSymbols;
+VarCell *scratchCell;
 
 }  // namespace zy

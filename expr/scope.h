@@ -40,7 +40,8 @@ struct ScopeFrame {
     SlotChunk *chunks[DIRECT_CHUNKS];  // further ones hang on the last
     int16_t slotCount;                 // one more than the highest slot in use
     uint8_t isFunction;
-    void *owner;  // FuncInfo of a function frame, StmtNode of a block frame
+    int16_t level;  // that of the owner, kept here for the walk along the frames
+    void *owner;    // FuncInfo of a function frame, StmtNode of a block frame
 };
 
 // A member function being called or parsed. The bottom record has no `thisFormal`.
@@ -73,7 +74,11 @@ VarCell *lookupSlot(int level, int slot);
 // A zeroed cell of a type. Puts a cell into a slot of a frame, which then owns it.
 VarCell *newVarCell(int type);
 void setSlot(ScopeFrame *frame, int slot, VarCell *cell);
+VarCell *slotOf(const ScopeFrame *frame, int slot);  // NULL for an empty one
+// A frame of a function (its FuncInfo), a block (its StmtNode) or, without an owner, of level 0. It
+// isn't linked anywhere. NULL after a message if memory is exhausted.
 ScopeFrame *newScopeFrame(void *owner, bool isFunction);
+void releaseFrame(ScopeFrame *frame);  // with its cells, in slot order
 
 void enterBlock();  // a frame for the current block statement
 void popFrame();    // releases the innermost frame of the current context with its cells

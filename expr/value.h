@@ -124,14 +124,35 @@ extern ExecContext *currentContext;
 // The one in which texts are evaluated outside a program; its statements have no position.
 extern ExecContext *evalContext;
 
-// ---- Records
-// -------------------------------------------------------------------------------------
+// ---- Records ----------------------------------------------------------------------------------
 
-// A record with `next` NULL. kind, type and payload are left from its last use: set what you use.
-// NULL after a message if memory is exhausted.
-Value *newValue();
-// Gives a record back without touching its payload.
-void recycleValue(Value *value);
+extern Value *valueFreeList;
+Value *newRecord();  // from the heap; NULL after a message if memory is exhausted
+void releaseRecord(Value *record);
+
+// A record with `next` and `link` NULL. kind, type and payload are left from its last use: set what
+// you use. NULL after a message if memory is exhausted.
+inline Value *newValue() {
+    Value *value = valueFreeList;
+    if (!value) [[unlikely]]
+        return newRecord();
+    valueFreeList = value->next;
+    value->next = nullptr;
+    value->link = nullptr;
+    return value;
+}
+
+// Gives a record back without touching its payload. With ZY_HEAP_RECORDS the list stays empty and
+// each record goes back to the heap, so that sanitizers see a use after it.
+inline void recycleValue(Value *value) {
+#ifdef ZY_HEAP_RECORDS
+    releaseRecord(value);
+#else
+    value->next = valueFreeList;
+    valueFreeList = value;
+#endif
+}
+
 // Releases what the Value owns, by its type, then recycles it.
 void deleteValue(Value *value);
 // Fills valueFreeList ahead of use.
@@ -146,28 +167,46 @@ Value *newZeroValue(int type);
 // The same for use inside a tree.
 Value *zeroCell(int type);
 
-// ---- Stack
-// ---------------------------------------------------------------------------------------
+// ---- Stack ------------------------------------------------------------------------------------
 
-void pushValue(Value *value);
+Value *reportEmptyStack();  // NULL, after a message and with runStatus set
+
+inline void pushValue(Value *value) {
+    value->next = currentContext->stack;
+    currentContext->stack = value;
+}
+
 // NULL, after a message and with runStatus set, if the stack is empty.
-Value *popValue();
+inline Value *popValue() {
+    Value *top = currentContext->stack;
+    if (!top) [[unlikely]]
+        return reportEmptyStack();
+    currentContext->stack = top->next;
+    return top;
+}
+
 void clearValueStack();
 
 // An operator's operand: a constant where it stands (popped false: not to be released), all else
 // from the stack (popped true if there was one).
-Value *operandOf(ExprNode *operand, bool &popped);
+inline Value *operandOf(ExprNode *operand, bool &popped) {
+    if (operand->kind == NODE_VALUE && operand->type != DT_NAME && operand->type != DT_TAG) {
+        popped = false;
+        return operand->type == DT_CONSTANT ? operand->payload.value : operand;
+    }
+    Value *value = popValue();
+    popped = value != nullptr;
+    return value;
+}
 
-// ---- Memory
-// --------------------------------------------------------------------------------------
+// ---- Memory ------------------------------------------------------------------------------------
 
 // A heap block; NULL after a message, with errorFlag set, if memory is exhausted.
 void *allocOrFail(size_t size);
 char *copyString(const char *text);                // NULL in, NULL out
 char *updateString(char *old, char *replacement);  // takes both; gives the buffer to keep
 
-// ---- Variables
-// -----------------------------------------------------------------------------------
+// ---- Variables ---------------------------------------------------------------------------------
 
 // Pushes the current value of a variable. code 0, or an array reference code for a subscript.
 void fetchVariable(TypeInfo *symbol, int code);

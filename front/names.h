@@ -19,6 +19,8 @@ struct NameEntry {
 };
 
 extern NameEntry *nameTable[BUCKET_COUNT];
+extern NameEntry *pendingNames;  // see hideFileNames()
+extern NameEntry *fileStaticNames;
 
 // The bucket of a name by its first character. 10 and more: the name starts with a letter.
 constexpr int bucketOf(char c) {

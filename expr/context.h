@@ -1,0 +1,25 @@
+// The contexts of an instance: the base context, in which file-level code runs, and one for each
+// call that has not returned.
+#pragma once
+
+#include "expr/value.h"
+
+namespace zy {
+
+extern ExecContext *baseContext;
+extern ExecContext *allContexts;  // newest first
+extern ExecContext *readyQueue;   // those that wait for their turn
+
+// A context that inherits frames, level and priority from the current one. It doesn't become
+// current. NULL after a message if memory is exhausted.
+ExecContext *newContext();
+// Unlinks it everywhere and releases it with its value stack, not its frames.
+void releaseContext(ExecContext *context);
+
+// Makes the frame of level 0, which the base context then starts from.
+void createBaseFrame();
+// Releases every context with its frames above level 0, and makes a fresh base context current.
+void resetContexts();
+void releaseContexts();  // and leaves none
+
+}  // namespace zy

@@ -1,0 +1,92 @@
+// The table of spellings. New entries go to the head of their bucket.
+
+#include "front/names.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "expr/value.h"
+
+namespace zy {
+
+namespace {
+
+template <class Matches>
+NameEntry *findName(const char *text, Matches matches) {
+    NameEntry *entry = nameTable[bucketOf(*text)];
+    while (entry && !matches(entry))
+        entry = entry->next;
+    return entry;
+}
+
+void linkName(NameEntry *entry) {
+    NameEntry *&head = nameTable[bucketOf(*entry->text)];
+    entry->prev = nullptr;
+    entry->next = head;
+    if (head)
+        head->prev = entry;
+    head = entry;
+}
+
+void unlinkName(NameEntry *entry, NameEntry *&head) {
+    (entry->prev ? entry->prev->next : head) = entry->next;
+    if (entry->next)
+        entry->next->prev = entry->prev;
+}
+
+void releaseName(NameEntry *entry) {
+    free(entry->text);
+    free(entry);
+}
+
+void releaseNameList(NameEntry *&head) {
+    while (NameEntry *entry = head) {
+        head = entry->next;
+        releaseName(entry);
+    }
+}
+
+}  // namespace
+
+NameEntry *lookupName(const char *text) { return lookupHashedName(text, nameHash(text)); }
+
+NameEntry *lookupHashedName(const char *text, uint16_t hash) {
+    return findName(text, [=](const NameEntry *entry) {
+        return entry->hash == hash && strcmp(entry->text, text) == 0;
+    });
+}
+
+NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length) {
+    return findName(text, [=](const NameEntry *entry) {
+        return entry->hash == hash && (length < 2 || strncmp(entry->text, text, length) == 0);
+    });
+}
+
+NameEntry *addName(const char *text) {
+    auto *entry = static_cast<NameEntry *>(allocOrFail(sizeof(NameEntry)));
+    if (!entry)
+        return nullptr;
+    *entry = {nullptr, nullptr, nameHash(text), 0, copyString(text), nullptr};
+    if (!entry->text) {
+        free(entry);
+        return nullptr;
+    }
+    linkName(entry);
+    return entry;
+}
+
+void removeName(const char *text) {
+    if (NameEntry *entry = lookupName(text)) {
+        unlinkName(entry, nameTable[bucketOf(*text)]);
+        releaseName(entry);
+    }
+}
+
+void releaseNames() {
+    for (NameEntry *&bucket : nameTable)
+        releaseNameList(bucket);
+    releaseNameList(pendingNames);
+    releaseNameList(fileStaticNames);
+}
+
+}  // namespace zy

@@ -1,0 +1,11 @@
+// State of the names.
+
+#include "front/names.h"
+
+namespace zy {
+
+NameEntry *nameTable[BUCKET_COUNT];
+NameEntry *pendingNames;
+NameEntry *fileStaticNames;
+
+}  // namespace zy

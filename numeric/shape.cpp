@@ -1,0 +1,94 @@
+#include "numeric/shape.h"
+
+#include <cstdlib>
+
+#include "expr/value.h"
+
+namespace zy {
+
+ShapeNode *newShapeNode(int lower, int limit) {
+    auto *node = static_cast<ShapeNode *>(allocOrFail(sizeof(ShapeNode)));
+    if (node)
+        *node = {nullptr, {limit, lower, 0}};
+    return node;
+}
+
+ShapeList copyShape(const ShapeNode *shape) {
+    ShapeList copy = nullptr;
+    ShapeNode **tail = &copy;
+    for (; shape; shape = shape->next) {
+        ShapeNode *node = newShapeNode(shape->extent.lower, shape->extent.limit);
+        if (!node)
+            break;
+        node->extent.stride = shape->extent.stride;
+        *tail = node;
+        tail = &node->next;
+    }
+    return copy;
+}
+
+void releaseShape(ShapeList shape) {
+    while (shape) {
+        ShapeNode *next = shape->next;
+        free(shape);
+        shape = next;
+    }
+}
+
+namespace {
+
+// Extents in unsigned arithmetic: a script's limits may be anything.
+uint32_t extentOf(const ShapeNode *node) {
+    return static_cast<uint32_t>(node->extent.limit) - static_cast<uint32_t>(node->extent.lower);
+}
+
+}  // namespace
+
+uint32_t setRowStrides(ShapeList shape) {
+    if (!shape)
+        return 1;
+    shape->extent.stride = setRowStrides(shape->next);
+    return shape->extent.stride * extentOf(shape);
+}
+
+uint32_t setFortranStrides(ShapeList shape) {
+    uint32_t stride = 1;
+    for (; shape; shape = shape->next) {
+        shape->extent.stride = stride;
+        stride *= extentOf(shape);
+    }
+    return stride;
+}
+
+uint32_t shapeCount(const ShapeNode *shape) {
+    uint32_t count = 1;
+    for (; shape; shape = shape->next)
+        count *= extentOf(shape);
+    return count;
+}
+
+int elementSize(int elementType) { return sizeofType(elementType); }
+
+bool isArrayLike(int dataType) {
+    return dataType == DT_CARRAY || dataType == DT_P_CARRAY || dataType == DT_ARRAY ||
+           dataType == DT_P_ARRAY || dataType == DT_PP_CARRAY;
+}
+
+void releaseElements(void *data, uint32_t count, int elementType) {
+    if (elementType != DT_STRING || !data)
+        return;
+    auto *texts = static_cast<char **>(data);
+    for (uint32_t i = 0; i < count; i++)
+        free(texts[i]);
+}
+
+void releaseArrayValue(Value *value) {
+    if (value->ownership == ARRAY_OWNED) {
+        releaseElements(value->payload.p, value->count, value->payload2.elementType);
+        free(value->payload.p);
+    }
+    if (value->ownership == ARRAY_OWNED || value->ownership == ARRAY_OWNS_SHAPE)
+        releaseShape(value->shape);
+}
+
+}  // namespace zy
