@@ -5,7 +5,7 @@
 #include <string>
 #include <thread>
 
-#include "embed/environment.h"
+#include "instance/environment.h"
 #include "instance/langState.h"
 #include "instance/report.h"
 
@@ -36,10 +36,10 @@ constexpr int STORE_VALUE_SIZE = 512;
 // option. `gap` is what stands behind "in" in the message; the first call's set-up has a blank
 // more.
 bool findCopyFolder(const ZyOptions *option, const char *gap, std::string &folder) {
-    folder = option && option->copyFolder ? option->copyFolder : "";
-    platform::useNativeSeparators(folder.data());
-    if (!folder.empty() && platform::isReadable(folder.c_str())) {
-        // taken as given
+    std::string given = option && option->copyFolder ? option->copyFolder : "";
+    platform::useNativeSeparators(given.data());
+    if (platform::isReadable(given.c_str())) {
+        folder = given;
     } else if (option && option->zyhome) {
         folder = std::string(option->zyhome) + "\\extern\\lib";
     } else {

@@ -1,4 +1,4 @@
-#include "embed/environment.h"
+#include "instance/environment.h"
 
 #include <cstdio>
 #include <cstdlib>

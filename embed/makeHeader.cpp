@@ -23,9 +23,8 @@ std::string comment(const std::string &text) {
 std::string heading(const char *title, const char *text) {
     std::string rule = std::string("/* ---- ") + title + " ";
     rule += std::string(lineWidth - 3 - rule.size(), '-');
-    if (!*text)
-        return "\n" + rule + " */\n";
-    return "\n" + rule + comment(text).replace(0, 3, "\n * ");
+    std::string block = *text ? comment(text).substr(3) : "";
+    return "\n" + rule + (*text ? "\n * " + block : " */\n");
 }
 
 // Breaks a declaration behind commas, as the rest of the header is laid out.

@@ -1,6 +1,7 @@
 #include "instance/langState.h"
 
 #include "extern/include/embedzy.h"
+#include "instance/environment.h"
 #include "instance/version.h"
 
 extern "C" {
@@ -27,6 +28,8 @@ void createLangState() {
     e_lang->warningLevel = 1;
     e_lang->globalDef = 1;
     e_lang->runInitialisers = 1;
+    e_lang->putenvFn = envPut;
+    e_lang->getenvFn = envGet;
 }
 
 void releaseLangState() {

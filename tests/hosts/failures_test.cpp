@@ -7,13 +7,6 @@
 
 namespace {
 
-// A shared library without any export of the interpreter.
-void makeForeignLibrary(const std::string &path) {
-    std::ofstream("empty.c") << "int nothing;\n";
-    if (system(("cc -shared -o " + path + " empty.c").c_str()) != 0)
-        exit(97);
-}
-
 bool canStart(ZyOptions option) {
     void *handle;
     return Zy_Initialize(&handle, &option) == 0 && Zy_End(handle) == 0;
@@ -25,7 +18,7 @@ TEST(Failures, CopiesAreCountedUpToTheFirstGap) {
         ZyOptions option = stagedHome("copies");
         void *handles[] = {mustStart(option), mustStart(option), mustStart(option)};
         std::thread fourth([&] { exit(canStart(option) ? 0 : 2); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        waitForMessage("You may copy");
         Zy_End(handles[1]);
         fourth.join();
         return 3;
@@ -95,7 +88,7 @@ TEST(Failures, ADamagedCopyLeavesItsSlotFree) {
 TEST(Failures, AWrongCopyKeepsItsSlot) {
     Outcome run = inChild([] {
         makeCopies({2});
-        makeForeignLibrary("copies/zymt1.dl");
+        makeForeignCopy();
         ZyOptions option = stagedHome("copies");
         void *handle, *next;
         printf("%d", Zy_Initialize(&handle, &option));

@@ -80,12 +80,26 @@ inline void mustEnd(void *handle) {
         exit(91);
 }
 
+// Waits, in a child, until it has printed a text on standard error.
+inline void waitForMessage(const std::string &text) {
+    while (readWhole("err").find(text) == std::string::npos)
+        usleep(1000);
+}
+
 // Makes a folder "copies" in the current one with the copies of those numbers.
 inline void makeCopies(std::initializer_list<int> numbers) {
     std::filesystem::create_directory("copies");
     for (int number : numbers)
         std::filesystem::copy_file(ZY_HOME "/extern/lib/zymt1.dl",
                                    "copies/zymt" + std::to_string(number) + ".dl");
+}
+
+// Makes that folder with a copy that is a library, but none of ours.
+inline void makeForeignCopy() {
+    std::filesystem::create_directory("copies");
+    std::ofstream("empty.c") << "int nothing;\n";
+    if (system("cc -shared -o copies/zymt1.dl empty.c") != 0)
+        exit(97);
 }
 
 // Which copy an instance lives in: "zymt3.dl", "" for none.

@@ -45,7 +45,7 @@ TEST(Instances, EightThreadsRunEightInstancesAndTheNinthWaits) {
             for (Runner &runner : runners)
                 waitFor([&] { return runner.started.load(); });
             Runner ninth;
-            pauseFor(100);
+            waitForMessage("You may copy");
             if (ninth.started)
                 return 81;
             runners[5].end();

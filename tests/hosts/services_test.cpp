@@ -8,6 +8,14 @@ namespace {
 
 char scriptName[] = "script.zy";
 
+extern "C" int runCHost(void);
+
+TEST(Header, WorksFromC) {
+    Outcome run = inChild(runCHost);
+    EXPECT_EQ(run.status, 0) << "c_host.c, line";
+    EXPECT_EQ(run.err, "");
+}
+
 TEST(Runs, ASecondRunIsRefusedUntilReset) {
     Outcome run = inChild([] {
         char *argv[] = {scriptName, nullptr};

@@ -1,6 +1,6 @@
 // The environment proxy: what an instance sets, what stays, what the host gets back.
 
-#include "embed/environment.h"
+#include "instance/environment.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 // The environment proxy. Texts handed to the process environment must outlive the copy that set
 // them, so all instances reach it through these functions of the front copy, which their e_lang
-// points to; a stand-alone run uses those of its own copy.
+// points to; a stand-alone run uses those of its own copy. Defined in embed/environment.cpp.
 #pragma once
 
 namespace zy {
