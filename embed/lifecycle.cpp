@@ -9,6 +9,7 @@
 #include "expr/context.h"
 #include "expr/scope.h"
 #include "front/tokens.h"
+#include "instance/environment.h"
 #include "instance/report.h"
 #include "platform/signals.h"
 #include "startup/startup.h"
@@ -92,10 +93,13 @@ int Zy_End_kernel(void *) {
 void cleanMemory() {
     zy::releaseReopenList();
     zy::releaseContexts();
+    freePrompt();
     zy::releaseScopes();
     zy::releaseNames();
     zy::releaseValueRecords();
     zy::releaseKeywords();
+    if (!e_lang->embedded)
+        zy::envRelease();
     zy::releaseStartup();
     zy::releaseLangState();
 }

@@ -3,7 +3,7 @@
 #include "embed/kernel.h"
 #include "expr/value.h"
 #include "instance/version.h"
-#include "startup/startup.h"
+#include "startup/startupState.h"
 
 int Zy_Version_kernel(void *, ZyVersionInfo *info) {
     *info = {zy::versionEdition, zy::versionReleaseDate, zy::versionText, zy::versionMajor,

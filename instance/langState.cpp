@@ -30,6 +30,11 @@ void createLangState() {
     e_lang->runInitialisers = 1;
     e_lang->putenvFn = envPut;
     e_lang->getenvFn = envGet;
+    scriptMode = SCRIPT_IDLE;
+    runStatus = RUN_CLEAN;
+    errorFlag = 0;
+    parseOk = 1;
+    executing = abortRequest = 0;
 }
 
 void releaseLangState() {

@@ -9,3 +9,4 @@
 #include "platform/lock.h"
 #include "platform/signals.h"
 #include "platform/store.h"
+#include "platform/user.h"

@@ -2,15 +2,50 @@
 
 #include <cstdio>
 
+#include "expr/context.h"
 #include "extern/include/embedzy.h"
 #include "front/lexerState.h"
 #include "front/tokens.h"
+#include "instance/report.h"
+#include "platform/files.h"
+#include "startup/home.h"
+#include "startup/startupState.h"
+#include "startup/systemVariables.h"
+#include "startup/userData.h"
 
 namespace zy {
 
+namespace {
+
+constexpr int PREALLOCATED_VALUES = 202;
+
+void redirectErrors() {
+    if (!e_lang->errorsToOutput && !e_lang->errorsToOutputUnbuffered)
+        return;
+    fflush(stderr);
+    platform::duplicateDescriptor(platform::descriptorOf(stdout), platform::descriptorOf(stderr));
+}
+
+// Outside every function __func__ is empty. It never owns its text, and a script has no business
+// writing to it.
+void clearFunctionName() {
+    if (VarCell *name = systemCell(SLOT_FUNC))
+        name->data.text = const_cast<char *>("");
+}
+
+}  // namespace
+
 void readStartupFile(const char *) {}
 
-void releaseStartup() { resetLexerState(); }
+void releaseStartup() {
+    resetLexerState();
+    for (SearchTable &table : searchTables)
+        releaseSearchTable(table);
+    releaseUserData();
+    homeFolder[0] = '\0';
+    argumentCount = 0;
+    argumentVector = nullptr;
+}
 
 }  // namespace zy
 
@@ -18,14 +53,20 @@ using namespace zy;
 
 void initConstSysVars() {
     createLangState();
+    findUserData();
     initKeywords();
 }
 
 int initExecution() {
-    errorFlag = 0;
-    snprintf(homeFolder, SOURCE_LINE_MAX, "%s", e_lang->zyhome ? e_lang->zyhome : "");
-    return 0;
+    redirectErrors();
+    findHome();
+    publishUserHome();
+    publishVersion();
+    publishManual();
+    resetContexts();
+    preallocateValues(PREALLOCATED_VALUES);
+    createSystemVariables();
+    storeArguments();
+    clearFunctionName();
+    return errorFlag ? -1 : 0;
 }
-
-void copyArgcArgv(int, char **) {}
-void nullPrompt() {}

@@ -1,17 +1,19 @@
 // The start of an instance: the constants and tables that every interpreter has, its home and
-// system variables, its start-up files.
+// system variables, its start-up files. startupState.h has the room's cells, paths.h the search
+// tables, systemVariables.h what an assignment to a system variable does.
 #pragma once
 
 namespace zy {
-
-// The home folder, "" until it is found.
-extern char homeFolder[];
 
 // Reads a start-up file (NULL: the regular or restricted one of the home); a missing one is no
 // error. What it leaves in system variables, keywords and aliases stays.
 void readStartupFile(const char *path);
 
-// Gives the instance back to the state before initConstSysVars().
+// Puts the arguments last given to copyArgcArgv() into _argc and _argv.
+void storeArguments();
+
+// Gives the instance back to the state before initConstSysVars(). The prompt expression must be
+// gone by then: its records belong to the expressions' room.
 void releaseStartup();
 
 }  // namespace zy

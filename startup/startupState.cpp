@@ -1,10 +1,19 @@
-// State of the start-up room.
-
-#include "instance/langState.h"
-#include "startup/startup.h"
+#include "startup/startupState.h"
 
 namespace zy {
 
 char homeFolder[SOURCE_LINE_MAX];
+
+char *userName;
+char *hostName;
+char *userHome;
+char *promptText;
+
+SearchTable searchTables[SEARCH_TABLE_COUNT];
+
+ExprNode *promptExpression;
+
+int argumentCount;
+char **argumentVector;
 
 }  // namespace zy

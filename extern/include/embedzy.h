@@ -776,6 +776,16 @@ ZY_API ZyVaList __builtin_Zy_VaStart(void **interp, void *varg);
 
 #define ZY_FILENAME_SIZE 5120
 
+#ifdef __cplusplus
+} /* the storage of a variable, opaque */
+namespace zy {
+struct VarCell;
+}
+typedef zy::VarCell ZyCell;
+extern "C" {
+#else
+typedef struct ZyCell ZyCell;
+#endif
 typedef struct ZyLang ZyLang;
 ZY_API extern ZyLang *e_lang;                         /* the main state record */
 ZY_API extern void *e_interp;                         /* this copy's own handle */
@@ -793,8 +803,15 @@ ZY_API extern void *ZyCurtdbForSignal[ZY_SIGNAL_COUNT], *ZyCurtdbForSSignal[ZY_S
 
 ZY_API void initConstSysVars(void); /* allocates e_lang; then fill its flags */
 ZY_API int initExecution(void);     /* makes the instance ready to run; 0, -1 after a message */
-ZY_API void nullPrompt(void);          /* makes the prompt empty */
+ZY_API void nullPrompt(void);       /* the prompt follows no expression: there is no console */
+ZY_API void freePrompt(void);       /* releases the prompt's expression */
 ZY_API void copyArgcArgv(int argc, char **argv); /* script arguments; not copied */
+
+/* Splits a command text at blanks, but not within double quotes, into a record of texts: first,
+ * unless it is NULL, then the words, then NULL. The first word loses its quotes. Released by
+ * killEntry(). */
+ZY_API ZyCell *strToArgcArgv(const char *text, const char *first);
+ZY_API void killEntry(ZyCell *cell); /* releases the storage of a variable */
 ZY_API void cleanMemory(void);      /* releases all that the instance has */
 ZY_API void cleanup(void);          /* ends recordings; call it last */
 ZY_API void segmentationBusHandler(int signal);  /* prints where the script stood, then exits */
