@@ -3,6 +3,7 @@
 // The room keeps no state of an instance.
 #pragma once
 
+#include "platform/clock.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/library.h"

@@ -8,6 +8,7 @@
 #include "front/tokens.h"
 #include "instance/report.h"
 #include "platform/files.h"
+#include "startup/builtins.h"
 #include "startup/home.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
@@ -39,6 +40,7 @@ void readStartupFile(const char *) {}
 
 void releaseStartup() {
     resetLexerState();
+    releaseBuiltins();
     for (SearchTable &table : searchTables)
         releaseSearchTable(table);
     releaseUserData();
@@ -55,6 +57,7 @@ void initConstSysVars() {
     createLangState();
     findUserData();
     initKeywords();
+    createBuiltinSymbols();
 }
 
 int initExecution() {
