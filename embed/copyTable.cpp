@@ -11,11 +11,11 @@
 
 namespace zy {
 
-void reportLoaderError(const char *what, const char *loaderText) {
-    std::string text = loaderText;
+std::string loaderText() {
+    std::string text = platform::libraryErrorText();
     if (!text.empty() && text.back() == '\n')
         text.pop_back();
-    plainError("%s: %s", what, text.c_str());
+    return text;
 }
 
 bool isLiveHandle(void *handle) {
@@ -32,6 +32,14 @@ namespace {
 
 constexpr int STORE_VALUE_SIZE = 512;
 
+// The first call's set-up and all later look-ups differ by a blank.
+const char setUpHint[] =
+    "       you may set it using 'option.zyhome' in  Embedded Zy API Zy_Initialize(&interp, "
+    "option)\n";
+const char laterHint[] =
+    "       you may set it using 'option.zyhome' in Embedded Zy API Zy_Initialize(&interp, "
+    "option)\n";
+
 // Puts the folder, with one separator appended, into `folder`; done anew for each caller's own
 // option. `gap` is what stands behind "in" in the message; the first call's set-up has a blank
 // more.
@@ -46,10 +54,7 @@ bool findCopyFolder(const ZyOptions *option, const char *gap, std::string &folde
         char home[STORE_VALUE_SIZE];
         if (platform::readStore("ZYHOME", home, sizeof home) != platform::StoreResult::found) {
             plainError("cannot obtain a value for ZYHOME");
-            fprintf(stderr,
-                    "       you may set it using 'option.zyhome' in%sEmbedded Zy API "
-                    "Zy_Initialize(&interp, option)\n",
-                    gap);
+            fputs(hint, stderr);
             return false;
         }
         folder = std::string(home) + "\\toolkit\\embedzy\\extern\\lib";
@@ -69,7 +74,7 @@ std::string copyPath(const std::string &folder, int number) {
 void fillCopyTable(const InitEntry &entry, const ZyOptions *option) {
     initLock = platform::openNamedLock("MUTEX-ZY");
     std::string folder;
-    if (!findCopyFolder(option, "  ", folder))
+    if (!findCopyFolder(option, setUpHint, folder))
         return;
     while (copyCount < MAX_COPIES && platform::fileExists(copyPath(folder, copyCount + 1).c_str()))
         copyCount++;
@@ -94,7 +99,7 @@ bool tableSetUpFailed(InitEntry &entry, const ZyOptions *option) {
 // True unless the folder can't be found.
 bool warnThatItWaits(const ZyOptions *option) {
     std::string folder;
-    if (!findCopyFolder(option, " ", folder))
+    if (!findCopyFolder(option, laterHint, folder))
         return false;
     std::string next = copyPath(folder, copyCount + 1);
     plainWarning("waiting for the availability of a dynamically loaded library '%s'", next.c_str());
@@ -126,13 +131,12 @@ int startLocked(InitEntry &entry, void **handle, ZyOptions *option) {
     *handle = nullptr;
     int chosen = chooseSlot(entry, option);
     std::string folder;
-    if (chosen < 0 || !findCopyFolder(option, " ", folder))
+    if (chosen < 0 || !findCopyFolder(option, laterHint, folder))
         return -1;
     std::string path = copyPath(folder, chosen + 1);
     *handle = platform::loadLibrary(path.c_str());
     if (!*handle) {
-        reportLoaderError(("internal error when loading '" + path + "'").c_str(),
-                          platform::libraryErrorText());
+        plainError("internal error when loading '%s': %s", path.c_str(), loaderText().c_str());
         plainError("%s() failed", entry.name);
         return -1;
     }
@@ -141,7 +145,7 @@ int startLocked(InitEntry &entry, void **handle, ZyOptions *option) {
     using Start = int (*)(void **, ZyOptions *, ZyPutenv, ZyGetenv);
     auto start = reinterpret_cast<Start>(platform::findSymbol(*handle, entry.exportName));
     if (!start) {
-        reportLoaderError("internal error for dlsym()", platform::libraryErrorText());
+        plainError("internal error for dlsym(): %s", loaderText().c_str());
         plainError("%s() failed", entry.name);
         return -1;
     }

@@ -2,6 +2,8 @@
 // it.
 #pragma once
 
+#include <string>
+
 #include "embed/frontState.h"
 #include "extern/include/embedzy.h"
 
@@ -16,7 +18,7 @@ int endInstance(void *handle, int (*endExport)(void *));
 // Whether a handle is that of an instance: looking a name up in anything else is not safe.
 bool isLiveHandle(void *handle);
 
-// "ERROR: <what>: <loader's text>", always ended by exactly one line feed.
-void reportLoaderError(const char *what, const char *loaderText);
+// Why the last look-up or load failed, without a line feed at its end.
+std::string loaderText();
 
 }  // namespace zy

@@ -16,11 +16,11 @@ void *findExport(const char *service, const char *exportName, void *handle) {
         plainError("The first argument of %s() is NULL using multi-thread Zy", service);
         return nullptr;
     }
-    void *found = isLiveHandle(handle) ? platform::findSymbol(handle, exportName) : nullptr;
+    bool live = isLiveHandle(handle);
+    void *found = live ? platform::findSymbol(handle, exportName) : nullptr;
     if (!found) {
-        reportLoaderError("internal error for dlsym()",
-                          isLiveHandle(handle) ? platform::libraryErrorText()
-                                               : "the handle is no running interpreter's");
+        plainError("internal error for dlsym(): %s",
+                   live ? loaderText().c_str() : "the handle is no running interpreter's");
         plainError("%s() failed", service);
     }
     return found;
