@@ -41,9 +41,8 @@ const char laterHint[] =
     "option)\n";
 
 // Puts the folder, with one separator appended, into `folder`; done anew for each caller's own
-// option. `gap` is what stands behind "in" in the message; the first call's set-up has a blank
-// more.
-bool findCopyFolder(const ZyOptions *option, const char *gap, std::string &folder) {
+// option. False after a message that ends in the hint.
+bool findCopyFolder(const ZyOptions *option, const char *hint, std::string &folder) {
     std::string given = option && option->copyFolder ? option->copyFolder : "";
     platform::useNativeSeparators(given.data());
     if (platform::isReadable(given.c_str())) {
