@@ -1,0 +1,54 @@
+// Checks of expressions against what is wanted of them, made once, while they are parsed. A check
+// answers with messages and errorFlag and leaves the tree as it is: conversions happen when the
+// operand is read.
+#pragma once
+
+#include <vector>
+
+#include "decl/arrayInfo.h"
+#include "decl/funcInfo.h"
+#include "expr/value.h"
+
+namespace zy {
+
+// Checks that `tree` can stand where a value of type `expected` is wanted, and gives it back. A
+// zero constant, with errorFlag set, for NULL. A variable without a known type takes the type.
+ExprNode *convertTree(ExprNode *tree, int expected);
+
+void checkCast(const ExprNode *castNode, ExprNode *operand);
+
+// The guard of `=` and of initialisers. The classes are what treeType gives, the types those of
+// the elements or scalars.
+void checkAssignment(ExprNode *left, int leftClass, int leftType, ExprNode *right, int rightClass,
+                     int rightType, bool isMember);
+// The same with everything asked of the trees; for a constant variable's initialiser too.
+void checkAssignment(ExprNode *left, ExprNode *right);
+
+// One argument of a script function against its formal; position counts from 1.
+void checkArgument(ExprNode *actual, TypeInfo *formal, int position);
+// The count of the arguments; `given` without the implicit object.
+void checkArgumentCount(int given, const FuncInfo *function);
+// A list of cells against a prototype, for the host: extra arguments pass.
+void checkArguments(ExprNode *list, FuncInfo *function);
+
+// ---- Arrays -----------------------------------------------------------------------------------
+
+// The least known shape among the operands of the tree.
+ShapeKind arrayShapeKind(const ExprNode *tree);
+
+struct Dimension {
+    const ExprNode *lower, *limit;  // of the declaration
+};
+using Bounds = std::vector<Dimension>;
+// The dimensions of an array expression. False, after a message and with errorFlag set, if they
+// can't be told.
+bool boundsOf(const ExprNode *tree, Bounds &bounds);
+
+// The dimensions of a matrix operation. The code, or the one that the shapes choose for a product.
+int checkArrayOperands(const ExprNode *left, const ExprNode *right, int code);
+// The dimensions of an element-wise operation or an assignment.
+void checkSameShape(const ExprNode *left, const ExprNode *right, bool warnOnly);
+// Two declarations of one array.
+void compareArrayTypes(const TypeInfo *fresh, const TypeInfo *old);
+
+}  // namespace zy

@@ -1,0 +1,31 @@
+// Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
+// order in which they run, operands before operators, and each gets the routine that runs it. The
+// tree stays: operators find their constant operands, and their targets, in their operand fields.
+// Threading a tree again gives the same chain and makes no new nodes.
+#pragma once
+
+#include "expr/value.h"
+
+namespace zy {
+
+// The head of the chain of `tree`, which continues with `next`. Constants are read where they stand
+// and are part of the chain only with keepConstants.
+ExprNode *compileChain(ExprNode *tree, ExprNode *next, bool keepConstants);
+
+// What runs in front of `next`, so that the subscripts and pointers of an assignment's target lie
+// on the stack when it stores.
+ExprNode *threadAssignTarget(ExprNode *target, ExprNode *next);
+
+// Of && || and ?: the chains of what runs on demand, threaded with their node. Each ends in NULL;
+// a chain is NULL where the operand is a constant to be read in place (&& and || only).
+struct BranchChains {
+    ExprNode *first;   // right of && and ||; what stands behind ?
+    ExprNode *second;  // what stands behind :
+};
+BranchChains branchChainsOf(const ExprNode *node);
+
+// The address node that runs behind an argument which is passed by reference and is an lvalue but
+// no plain variable. NULL for every other argument: nothing was pushed for it.
+ExprNode *referenceAddressOf(const ExprNode *argumentCell);
+
+}  // namespace zy
