@@ -4,8 +4,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <span>
 #include <thread>
-#include <vector>
 
 #include "host.h"
 
@@ -38,6 +38,17 @@ struct Runner {
     }
 };
 
+// Any of them may be the one that waits for another's end, so all are told before one is joined.
+void endAll(std::initializer_list<std::span<Runner>> groups) {
+    for (std::span<Runner> group : groups)
+        for (Runner &runner : group)
+            runner.go = true;
+    for (std::span<Runner> group : groups)
+        for (Runner &runner : group)
+            if (runner.thread.joinable())
+                runner.thread.join();
+}
+
 TEST(Instances, EightThreadsRunEightInstancesAndTheNinthWaits) {
     Outcome run = inChild([] {
         {
@@ -50,16 +61,12 @@ TEST(Instances, EightThreadsRunEightInstancesAndTheNinthWaits) {
                 return 81;
             runners[5].end();
             waitFor([&] { return ninth.started.load(); });
-            for (Runner &runner : runners)
-                if (&runner != &runners[5])
-                    runner.end();
-            ninth.end();
+            endAll({runners, {&ninth, 1}});
         }
         // A second wait in the same process says nothing.
         Runner again[9];
         pauseFor(100);
-        for (Runner &runner : again)
-            runner.end();
+        endAll({again});
         return 0;
     });
     EXPECT_EQ(run.status, 0);
