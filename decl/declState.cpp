@@ -1,0 +1,18 @@
+#include "decl/declState.h"
+
+namespace zy {
+
+StructInfo *currentStruct;
+bool destructorSeen;
+bool classDeclared;
+uint32_t memberAccess = FLAG_PUBLIC;
+bool memberProtected;
+int structCounter;
+
+void resetDeclState() {
+    currentStruct = nullptr;
+    destructorSeen = classDeclared = memberProtected = false;
+    memberAccess = FLAG_PUBLIC;
+}
+
+}  // namespace zy

@@ -1,0 +1,17 @@
+// Cells of the declaration parser that nested declarations share; decl/declState.cpp defines them.
+#pragma once
+
+#include "decl/structInfo.h"
+
+namespace zy {
+
+extern StructInfo *currentStruct;  // of the type name in use
+extern bool destructorSeen;        // a ~ was read: the function that follows is a destructor
+extern bool classDeclared;         // the word was class, not struct or union
+extern uint32_t memberAccess;      // FLAG_PUBLIC or FLAG_PRIVATE
+extern bool memberProtected;
+extern int structCounter;  // numbers aggregates without a tag, for the life of the instance
+
+void resetDeclState();
+
+}  // namespace zy
