@@ -8,6 +8,7 @@
 #include "embed/streams.h"
 #include "expr/context.h"
 #include "expr/scope.h"
+#include "front/lexerState.h"
 #include "front/tokens.h"
 #include "instance/environment.h"
 #include "instance/report.h"
@@ -98,6 +99,7 @@ void cleanMemory() {
     zy::releaseNames();
     zy::releaseValueRecords();
     zy::releaseKeywords();
+    zy::releaseLexer();
     if (!e_lang->embedded)
         zy::envRelease();
     zy::releaseStartup();

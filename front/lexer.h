@@ -1,6 +1,11 @@
 // The lexer turns the characters of lineBuffer into tokens, one at a time, on demand of the
 // parsers. Macro calls are replaced as text in the line buffer, and parsers may look at the
 // characters behind the cursor; one token can be handed back through pushedBack.
+//
+// A token is always delivered, and a token of the text always before the end of input is reported,
+// however far a look ahead has read. Constants are new Values that belong to the caller; the count
+// of a string constant is the number of its characters with the NUL at its end, as its text may
+// hold further ones.
 #pragma once
 
 #include "front/lexerState.h"
@@ -11,31 +16,52 @@ void nextToken();
 
 // Fills lineBuffer from the current source; resets linePos, clears pushedBack and endOfInput.
 void readSourceLine();
+// Leaves the files that have ended, then reads one line.
 void readFileLine(FILE *stream);
+// One line as it stands: without its end, bounded, recorded for replay. False at the end of the
+// file, with endOfFile set and an empty line.
+bool readRawLine(FILE *stream);
+// The recorded lines of the program.
+void releaseSourceLines();
 
 // Advances a cursor over space, tab, CR, FF and VT; the count.
 int skipBlanks(int16_t &cursor, const char *text);
 // Moves linePos to the next significant character, across comments, line ends and continuations;
-// the current token survives. peekAndExpand expands a macro that stands there first.
+// the current token and identifierBuffer survive. In rawLineMode a line's end is the end.
 void peekNonBlank();
+// The same, and a macro that stands there is replaced by its text.
 void peekAndExpand();
-void skipComment();
+// Steps over a comment at linePos, also one that starts with /#, and over a further one behind it;
+// false if there is none.
+bool skipComment();
 
-// Escapes of string text: at most `length` bytes of source into dest; the number written.
+// Escapes of string text: at most `length` bytes of source into dest, which has room for as many;
+// the number written.
 int decodeEscapes(char *dest, const char *source, int length);
 int mapTrigraphs(char *dest, const char *source, int length);
 
 // Reads a token that must be c. Otherwise it is pushed back and, with report set, a message
 // printed.
-void expectChar(char c, bool report);
-// Finishes a message with the current token.
+bool expectChar(char c, bool report);
+// Finishes a message with the current token, a line feed and the position.
 void tokenContext();
 
-// What later rooms hang in: the line reader of directives, macro expansion, the interactive reader,
-// the end of an included file. The lexer calls them; front/preprocessor has them.
+// What the lexer calls and others have: the line reader of directives, macro expansion, the end of
+// an included file, the interactive reader. front/preprocessorHooks.cpp stands in for them.
+//
+// Reads lines until one is to be compiled.
 void readFilteredLine(FILE *stream);
-bool expandMacro(const char *name);  // true: the line has been rewritten at linePos
-void endOfIncludedFile();
+// With linePos behind a name: replaces a macro call in the line and reads a token from it. The name
+// is that in identifierBuffer. 0: no macro call, and only the cursor may have moved.
+int expandMacro(const char *name, uint16_t hash);
+enum { MACRO_NONE, MACRO_EXPANDED, MACRO_EXPANDED_TO_LINE_END };
+// The same for a look ahead: reads no token, and leaves all as it was if it gives false. linePos
+// then is at the replacement, in which a macro isn't replaced by itself again.
+bool replaceMacro(const char *name, uint16_t hash);
+// Takes back what entering the file changed, when the lexer has taken it off the source stack.
+// True: the rest of the including line stands in lineBuffer again, at linePos.
+bool fileEnded();
+// A line without its end, at most size - 1 bytes. False at end of input.
 bool readConsoleLine(char *line, int size);
 
 }  // namespace zy

@@ -1,5 +1,5 @@
 // record header: state of the lexer. front/lexerState.cpp defines it; resetLexerState() gives every
-// cell its first value.
+// cell its first value, releaseLexer() also gives back what the cells own.
 #pragma once
 
 #include <cstdio>
@@ -10,8 +10,6 @@
 namespace zy {
 
 constexpr int SOURCE_DEPTH_MAX = 32;
-
-struct SourceLine;  // a line kept in memory for replay
 
 extern char lineBuffer[SOURCE_LINE_MAX];  // the line being read, NUL-terminated, without line end
 extern int16_t linePos;                   // next character to scan
@@ -42,10 +40,30 @@ extern const char *sourceNames[SOURCE_DEPTH_MAX];  // interned
 extern int32_t savedLines[SOURCE_DEPTH_MAX];       // line of the including file at the push
 extern int16_t sourceDepth;                        // index of the top, -1 when empty
 
+// Lines that were read from files, kept for replay in stringMode. The text stands behind the
+// record.
+struct SourceLine {
+    SourceLine *next;
+    int length;
+    char *text() { return reinterpret_cast<char *>(this + 1); }
+};
+extern SourceLine *firstSourceLine, *lastSourceLine;
+extern SourceLine *replayLine;  // the next one that stringMode delivers
+extern bool replayParse;        // the parse began in stringMode: its lines are in the list already
+
+// The texts of wide string constants. A pointer Value doesn't own what it points to, and a script
+// may keep the pointer, so they live as long as the instance. The units stand behind the record.
+struct WideText {
+    WideText *next;
+    uint16_t *units() { return reinterpret_cast<uint16_t *>(this + 1); }
+};
+extern WideText *wideTexts;
+
 // The two vocabulary switches.
 extern int caseSensitive;  // _casesen
 extern int floatConstant;  // _floatconst
 
 void resetLexerState();
+void releaseLexer();
 
 }  // namespace zy
