@@ -214,10 +214,9 @@ bool scanToken() {
     } else if (c == '/' && second == '/') {
         skipLineComment();
         return false;
-    } else if (c == '\\' && linesFollow() && atContinuation()) {
-        readSourceLine();
+    } else if (c == '\\' && skipContinuation())
         return false;
-    } else
+    else
         return scanOperator();
     return true;
 }

@@ -104,10 +104,6 @@ void reportOverlongLine() {
 // ---- The console
 // ----------------------------------------------------------------------------------
 
-bool ignoresEndOfInput() {
-    return e_lang->ignoreeof && findVarCell(e_lang->ignoreeof)->data.i != 0;
-}
-
 bool isBlankLine() {
     int16_t cursor = 0;
     skipBlanks(cursor, lineBuffer);
@@ -120,7 +116,7 @@ void readInteractiveLine() {
         lineBuffer[0] = '\0';
         if (readConsoleLine(lineBuffer, SOURCE_LINE_MAX))
             ends = 0;
-        else if (ignoresEndOfInput() && ++ends < CONSOLE_ENDS_MAX)
+        else if (systemFlag(e_lang->ignoreeof) && ++ends < CONSOLE_ENDS_MAX)
             fprintf(stderr, e_lang->loginShell ? "\nUse \"logout\" to logout\n"
                                                : "\nUse \"exit\" to leave Zy\n");
         else
@@ -130,6 +126,11 @@ void readInteractiveLine() {
 }
 
 }  // namespace
+
+bool systemFlag(const TypeInfo *symbol) {
+    const VarCell *cell = symbol && baseFrame ? slotOf(baseFrame, symbol->index) : nullptr;
+    return cell && cell->data.i != 0;
+}
 
 void releaseSourceLines() {
     while (SourceLine *line = firstSourceLine) {

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "expr/scope.h"
 #include "expr/value.h"
 #include "front/lexerParts.h"
 #include "front/names.h"
@@ -20,9 +19,7 @@ void missingQuote(char quote) {
         endOfInput = true;
 }
 
-bool mapsTrigraphs() {
-    return !e_lang->ignoretrigraph || findVarCell(e_lang->ignoretrigraph)->data.i == 0;
-}
+bool mapsTrigraphs() { return !systemFlag(e_lang->ignoretrigraph); }
 
 // The character that `??` and this one stand for; 0 if they don't.
 char trigraphOf(char third) {

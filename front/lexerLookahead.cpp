@@ -100,25 +100,41 @@ bool skipComment() {
     return true;
 }
 
-bool atContinuation() {
+bool skipContinuation() {
     char next = lineBuffer[linePos + 1];
-    return lineBuffer[linePos] == '\\' && (next == '\0' || next == '\n');
+    if (lineBuffer[linePos] != '\\' || (next && next != '\n') || !linesFollow())
+        return false;
+    if (next)
+        linePos = static_cast<int16_t>(linePos + 2);
+    else
+        readLineKeepingToken();
+    return true;
 }
+
+namespace {
+
+// Crosses a line's end; false if none is here, or none that a look ahead may cross.
+bool skipLineEnd() {
+    if (!linesFollow())
+        return false;
+    char c = lineBuffer[linePos];
+    if (c == '\n')
+        linePos++;
+    else if (c == '\0' && !e_lang->rawLineMode)
+        readLineKeepingToken();
+    else
+        return skipContinuation();
+    return true;
+}
+
+}  // namespace
 
 void peekNonBlank() {
     do {
         skipBlanks(linePos, lineBuffer);
         while (skipComment())
             skipBlanks(linePos, lineBuffer);
-        if (!linesFollow())
-            return;
-        if (lineBuffer[linePos] == '\n')
-            linePos++;
-        else if (atContinuation() || (lineBuffer[linePos] == '\0' && !e_lang->rawLineMode))
-            readLineKeepingToken();
-        else
-            return;
-    } while (!endOfInput);
+    } while (skipLineEnd() && !endOfInput);
 }
 
 namespace {

@@ -47,6 +47,9 @@ inline void deliverChar(char c) {
     tokenClass = TK_CHAR;
     tokenValue.character = static_cast<unsigned char>(c);
 }
+// The value of an integer system variable; false before it has a cell.
+bool systemFlag(const TypeInfo *symbol);
+
 // Delivers a constant; NULL, when memory was exhausted, gives the end of the statement.
 void deliverConstant(Value *value);
 
@@ -61,8 +64,8 @@ void joinToConstant(const char *text);
 // Comments, at their first character. The message is that of an input that ends in the comment.
 void skipBlockComment(const char *message);
 void skipLineComment();
-// A backslash at linePos that is the last character of its line.
-bool atContinuation();
+// Crosses the line's end behind a backslash at linePos that is its last character.
+bool skipContinuation();
 
 // Keeps the current token over a read of lines or a replacement of macros, which may scan tokens.
 class TokenKeeper {

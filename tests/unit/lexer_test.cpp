@@ -72,6 +72,11 @@ using Tokens = std::vector<std::string>;
 
 class LexerTest : public InstanceTest {
 protected:
+    void SetUp() override {
+        InstanceTest::SetUp();
+        builtinValues = liveValueCount();
+    }
+
     static void openFile(const std::string &source) {
         resetLexerState();
         FILE *file = tmpfile();
@@ -124,9 +129,12 @@ protected:
 
     void TearDown() override {
         closeFiles();
-        EXPECT_EQ(liveValueCount(), 0) << "a constant of the lexer has leaked";
+        EXPECT_EQ(liveValueCount(), builtinValues) << "a constant of the lexer has leaked";
         InstanceTest::TearDown();
     }
+
+private:
+    int builtinValues = 0;
 };
 
 }  // namespace
@@ -219,7 +227,7 @@ TEST_F(LexerTest, EveryFormOfANumberHasItsTypeAndExactValue) {
     }
     EXPECT_EQ(tokensOf(std::string(400, '9') + " 0." + std::string(400, '0') + "1 " + "0." +
                        std::string(300, '0') + "1"),
-              (Tokens{"ullong 7450580596923828125", d(0), d(1e-301)}))
+              (Tokens{"ullong 18446744073709551615", d(0), d(1e-301)}))
         << "long constants";
 }
 
@@ -422,9 +430,8 @@ TEST_F(LexerTest, WithoutMacroExpansionOnlyStringsOfOneLineJoin) {
 }
 
 TEST_F(LexerTest, PredefinedTextsJoinStrings) {
-    Value *text = newZeroValue(DT_STRING);
-    text->payload.text = copyString("a.zy");
-    addPredefinedConstant("__FILE__", text);
+    Value *file = lookupName("__FILE__")->symbol->constant;
+    file->payload.text = updateString(file->payload.text, copyString("a.zy"));
     EXPECT_EQ(tokensOf("__FILE__ \"x\" __FILE__\n\"y\" __FILES__ __FILE__ ;"),
               (Tokens{"\"a.zyxa.zyy\"", "__FILES__", "__FILE__", ";"}));
 }
@@ -635,9 +642,6 @@ TEST_F(LexerTest, AnIncludedFileIsLeftAtItsEnd) {
 }
 
 TEST_F(LexerTest, LinesAreKeptForReplay) {
-    EXPECT_EQ(tokensOf("a \"b\n\" /*\n*/ c"), (Tokens{"a", "\"b\"", "\"\"", "c"}))
-        << "with two messages";
-    releaseSourceLines();
     tokensOf("a 'b'\n /*\n*/ c");
     resetLexerState();
     stringMode = replayParse = true;
