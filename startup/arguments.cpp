@@ -86,9 +86,9 @@ VarCell *newTextArray(const std::vector<std::string> &texts) {
 
 void storeArguments() {
     if (VarCell *count = systemCell(SLOT_ARGC))
-        count->data.i = argumentCount;
+        count->data.i = scriptArgc;
     if (VarCell *vector = systemCell(SLOT_ARGV))
-        vector->data.p = argumentVector;
+        vector->data.p = scriptArgv;
 }
 
 }  // namespace zy
@@ -103,8 +103,8 @@ ZyCell *strToArgcArgv(const char *text, const char *first) {
 }
 
 void copyArgcArgv(int argc, char **argv) {
-    argumentCount = argc;
-    argumentVector = argv;
+    scriptArgc = argc;
+    scriptArgv = argv;
     if (baseFrame)
         storeArguments();
 }

@@ -1,6 +1,6 @@
 #include "startup/prompt.h"
 
-#include "expr/value.h"
+#include "expr/operators.h"
 #include "extern/include/embedzy.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
@@ -9,8 +9,6 @@
 namespace zy {
 
 namespace {
-
-constexpr int OP_STRADD = 560;
 
 ExprNode *variableLeaf(const char *name) {
     NameEntry *entry = lookupName(name);

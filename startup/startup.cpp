@@ -45,8 +45,8 @@ void releaseStartup() {
         releaseSearchTable(table);
     releaseUserData();
     homeFolder[0] = '\0';
-    argumentCount = 0;
-    argumentVector = nullptr;
+    scriptArgc = 0;
+    scriptArgv = nullptr;
 }
 
 }  // namespace zy
@@ -66,6 +66,7 @@ int initExecution() {
     publishUserHome();
     publishVersion();
     publishManual();
+    refreshEnvironment();
     resetContexts();
     preallocateValues(PREALLOCATED_VALUES);
     createSystemVariables();

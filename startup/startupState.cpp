@@ -13,7 +13,7 @@ SearchTable searchTables[SEARCH_TABLE_COUNT];
 
 ExprNode *promptExpression;
 
-int argumentCount;
-char **argumentVector;
+int scriptArgc;
+char **scriptArgv;
 
 }  // namespace zy

@@ -34,7 +34,7 @@ extern SearchTable searchTables[SEARCH_TABLE_COUNT];
 extern ExprNode *promptExpression;
 
 // The arguments of the script, not owned. They may be given before the variables exist.
-extern int argumentCount;
-extern char **argumentVector;
+extern int scriptArgc;
+extern char **scriptArgv;
 
 }  // namespace zy

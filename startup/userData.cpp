@@ -17,7 +17,7 @@ namespace {
 // HOMEPATH and HOMEDRIVE, where an environment brought along from another system has them.
 std::string environmentHomePath() {
     const char *path = readEnvironment("HOMEPATH");
-    if (!path)
+    if (!path || !*path)
         return "";
     std::string home = std::string(path).substr(0, 256);
     const char *drive = readEnvironment("HOMEDRIVE");
