@@ -77,14 +77,14 @@ const TypeRow &rowOf(int type) {
     return type >= 0 && type < DATA_TYPE_COUNT ? typeTable[type] : unknownRow;
 }
 
-DataType checkStep(int from, int to) {
+DataType checkStep(int from, DataType to) {
     if (to == DT_UNDEFINED) {
         if (isPointer(from))
             parseError("undefined pointer data type");
         else
             parseError("undefined basic data type");
     }
-    return static_cast<DataType>(to);
+    return to;
 }
 
 // ---- The compatibility check ------------------------------------------------------------------
@@ -137,9 +137,13 @@ int pointerDepth(int type) {
     return type < 65 ? 1 : type < 98 ? 2 : 3;
 }
 
-DataType pointerTo(int type) { return checkStep(type, rowOf(type).pointer); }
+DataType bandAbove(int type) { return static_cast<DataType>(rowOf(type).pointer); }
 
-DataType dereference(int type) { return checkStep(type, rowOf(type).target); }
+DataType bandBelow(int type) { return static_cast<DataType>(rowOf(type).target); }
+
+DataType pointerTo(int type) { return checkStep(type, bandAbove(type)); }
+
+DataType dereference(int type) { return checkStep(type, bandBelow(type)); }
 
 int sizeofType(int type) {
     int size = rowOf(type).size;

@@ -40,6 +40,9 @@ int pointerDepth(int type);
 // none, as for a fourth level.
 DataType pointerTo(int type);
 DataType dereference(int type);
+// The same without a message.
+DataType bandAbove(int type);
+DataType bandBelow(int type);
 
 // Bytes of an object of that type; 0 after a message and with errorFlag set if it has no size.
 int sizeofType(int type);

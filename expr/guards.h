@@ -21,8 +21,11 @@ void checkCast(const ExprNode *castNode, ExprNode *operand);
 // the elements or scalars.
 void checkAssignment(ExprNode *left, int leftClass, int leftType, ExprNode *right, int rightClass,
                      int rightType, bool isMember);
-// The same with everything asked of the trees; for a constant variable's initialiser too.
+// The same with everything asked of the trees.
 void checkAssignment(ExprNode *left, ExprNode *right);
+// The guard of an initialiser: as of an assignment, but a pointer takes constants by the rules of
+// convertTree.
+void checkInitialiser(ExprNode *left, ExprNode *right);
 
 // One argument of a script function against its formal; position counts from 1.
 void checkArgument(ExprNode *actual, TypeInfo *formal, int position);
@@ -33,8 +36,14 @@ void checkArguments(ExprNode *list, FuncInfo *function);
 
 // ---- Arrays -----------------------------------------------------------------------------------
 
-// The least known shape among the operands of the tree.
-ShapeKind arrayShapeKind(const ExprNode *tree);
+// How much of an array's shape is known before the script runs.
+enum ShapeKnowledge : int {
+    SHAPE_KNOWN = 0,         // all bounds
+    SHAPE_RANK_KNOWN = 1,    // assumed or deferred bounds
+    SHAPE_RANK_UNKNOWN = 2,  // an assumed shape of any rank
+};
+// Of an operator what is known of the operand that is known least.
+ShapeKnowledge arrayShapeKind(const ExprNode *tree);
 
 struct Dimension {
     const ExprNode *lower, *limit;  // of the declaration

@@ -6,8 +6,8 @@
 
 namespace zy {
 
-// Called once for each node that gets into a chain, when its operands have been threaded. `link`
-// shares storage with the routine and is overwritten with the answer.
+// Called for each node that gets into a chain; threading stores the answer in the node's `routine`,
+// which shares storage with `link`.
 NodeRoutine routineFor(ExprNode *node);
 
 }  // namespace zy

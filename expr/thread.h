@@ -2,6 +2,10 @@
 // order in which they run, operands before operators, and each gets the routine that runs it. The
 // tree stays: operators find their constant operands, and their targets, in their operand fields.
 // Threading a tree again gives the same chain and makes no new nodes.
+//
+// Whatever an operator reads by itself is not in the chain: the variable that a subscript node
+// (704 to 713) takes its element from, and the operand of `&`, whose node stands alone behind the
+// subscripts and pointers of its operand. So no routine has to step over nodes.
 #pragma once
 
 #include "expr/value.h"
@@ -25,7 +29,7 @@ struct BranchChains {
 BranchChains branchChainsOf(const ExprNode *node);
 
 // The address node that runs behind an argument which is passed by reference and is an lvalue but
-// no plain variable. NULL for every other argument: nothing was pushed for it.
-ExprNode *referenceAddressOf(const ExprNode *argumentCell);
+// no plain variable; its pointer lies above the argument's value. NULL for every other argument.
+ExprNode *referenceAddressOf(const ExprNode *actual);
 
 }  // namespace zy

@@ -25,6 +25,7 @@ enum NodeKind : uint32_t {
     NODE_FOREACH = 5,
     NODE_ARRAY_INFO = 6,
     NODE_EXTENT = 7,
+    NODE_BRANCHES = 8,  // left, right: where the chains of a threaded && || ?: begin; not owned
     NODE_FUNC_INFO = 9,
     NODE_STRUCT_INFO = 10,
 };
