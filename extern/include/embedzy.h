@@ -776,8 +776,9 @@ ZY_API ZyVaList __builtin_Zy_VaStart(void **interp, void *varg);
 
 #define ZY_FILENAME_SIZE 5120
 
+/* The storage of a variable, opaque. */
 #ifdef __cplusplus
-} /* the storage of a variable, opaque */
+}
 namespace zy {
 struct VarCell;
 }
@@ -786,6 +787,7 @@ extern "C" {
 #else
 typedef struct ZyCell ZyCell;
 #endif
+
 typedef struct ZyLang ZyLang;
 ZY_API extern ZyLang *e_lang;                         /* the main state record */
 ZY_API extern void *e_interp;                         /* this copy's own handle */

@@ -92,6 +92,21 @@ TEST(StartTest, TheRestrictedShellFindsThePreparedProgramsAlone) {
     EXPECT_EQ(outcome.out, ZY_HOME "/sbin:" ZY_HOME "/toolkit/sbin");
 }
 
+TEST(StartTest, AUserWithoutAHomeCannotStart) {
+    if (getuid() != 0)
+        GTEST_SKIP() << "only root can become a user without an account";
+    Outcome outcome = inChild([] {
+        for (const char *name : {"HOME", "HOMEPATH", "HOMEDRIVE"})
+            unsetenv(name);
+        if (setgid(54321) != 0 || setuid(54321) != 0)
+            return 1;
+        initConstSysVars();
+        return 2;
+    });
+    EXPECT_EQ(outcome.status, 255);
+    EXPECT_EQ(outcome.err, "Error: cannot create home directory for _home\n");
+}
+
 TEST(StartTest, AStandAloneFrontEndRunsTheSameStart) {
     Outcome outcome = inChild([] {
         setenv("ZYHOME", ZY_HOME, 1);

@@ -140,6 +140,30 @@ TEST_F(StartTest, WithoutAHomeNoFolderOfTheSystemStandsInForOne) {
     e_lang->embedded = 0;  // so that the end takes the environment back
 }
 
+TEST_F(StartTest, AHomeThatTheEnvironmentRefusesIsReported) {
+    e_lang->embedded = 1;
+    e_lang->zyhome = "/tmp";
+    e_lang->putenvFn = [](const char *) { return -1; };
+    EXPECT_EQ(errorsOf([] { EXPECT_EQ(initExecution(), -1); }),
+              "ERROR: cannot set environment variable ZYHOME with '/tmp'\n");
+    e_lang->embedded = 0;
+}
+
+TEST_F(StartTest, AFolderWithBlanksKeepsThem) {
+    std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::path folder = std::filesystem::temp_directory_path() / "zy test folder";
+    std::filesystem::create_directory(folder);
+    std::filesystem::current_path(folder);
+    releaseUserData();
+    findUserData();
+    start();
+    EXPECT_EQ(textOf(SLOT_CWD), folder);
+    EXPECT_STREQ(textOf(SLOT_CWDN), "zy test folder");
+    EXPECT_EQ(textOf(SLOT_PROMPT), folder.string() + "> ");
+    std::filesystem::current_path(before);
+    std::filesystem::remove(folder);
+}
+
 TEST_F(StartTest, TheManualIsAddedOnce) {
     Variable manual("MANPATH", "/a/man:/zy/docs/man");
     start();
