@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "expr/value.h"
+#include "expr/nodes.h"
 
 namespace zy {
 
@@ -17,8 +17,9 @@ TypeInfo *newTypeInfo() {
 }
 
 void releaseTypeInfo(TypeInfo *info) {
-    if (info->dataType == DT_CONSTANT && info->constant)
-        deleteValue(info->constant);
+    deleteNode(info->arrayLink);
+    deleteNode(info->pointerFunction);
+    deleteNode(info->functionLink);  // or the constant
     free(info);
 }
 

@@ -7,6 +7,7 @@
 #include "embed/scriptDriver.h"
 #include "embed/streams.h"
 #include "expr/context.h"
+#include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexerState.h"
 #include "front/tokens.h"
@@ -96,6 +97,7 @@ void cleanMemory() {
     zy::releaseContexts();
     freePrompt();
     zy::releaseScopes();
+    zy::releaseKeptTexts();
     zy::releaseNames();
     zy::releaseValueRecords();
     zy::releaseKeywords();

@@ -1,0 +1,28 @@
+// Texts of literals, which scripts may point to for as long as the program is there.
+
+#include <cstdlib>
+
+#include "expr/nodes.h"
+#include "expr/parserState.h"
+
+namespace zy {
+
+char *keepText(char *text) {
+    ExprNode *cell = newListCell(nullptr);
+    if (!cell || !text)
+        return text;
+    cell->payload.text = text;
+    cell->next = keptTexts;
+    keptTexts = cell;
+    return text;
+}
+
+void releaseKeptTexts() {
+    while (ExprNode *cell = keptTexts) {
+        keptTexts = cell->next;
+        free(cell->payload.text);
+        recycleValue(cell);
+    }
+}
+
+}  // namespace zy

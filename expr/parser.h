@@ -1,0 +1,33 @@
+// The expression parser: an operator-precedence parser over the token stream, with two explicit
+// stacks. It leaves a typed tree, in which each operator has the code that says what to run; the
+// caller threads it with compileChain(). Each parenthesis, argument and subscript is a call of its
+// own, and so has its own nine places for operators that wait.
+#pragma once
+
+#include "expr/nodes.h"
+
+namespace zy {
+
+// Parses one expression. The first token is read here; the token that can't continue the expression
+// is pushed back. NULL if there is no expression. runMode: names are resolved where the running
+// script stands, not where the parser does. Errors set errorFlag, and whatever could be made of the
+// text is given.
+ExprNode *parseExpression(bool runMode);
+// The same, but a comma ends the expression, as in argument lists and initialisers.
+ExprNode *parseAssignmentExpression(bool runMode);
+// What stands behind the `:` of a `?:`: an assignment expression in the mode of the one around it.
+ExprNode *parseConditionalBranch();
+
+// The argument list of a built-in or a call, the subscripts of an array (OP_SUBSCRIPT): `node` is
+// the operator, of a call or subscript with the callee or array in `left`. The token behind the
+// list is not read. Takes the node; NULL if nothing could be made of it.
+ExprNode *parsePrimary(ExprNode *node, bool runMode);
+
+// With the ( consumed and the first token of the type current: a type name and its ). A leaf with a
+// type-only record; NULL after a message.
+ExprNode *parseCastType();
+
+// Takes a token that must be c. False, with the token pushed back, after the message "missing".
+bool expectToken(char c);
+
+}  // namespace zy
