@@ -9,8 +9,10 @@
 #include "expr/context.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
+#include "front/aliases.h"
 #include "front/lexerState.h"
 #include "front/tokens.h"
+#include "front/vocabularySwitches.h"
 #include "instance/environment.h"
 #include "instance/report.h"
 #include "platform/signals.h"
@@ -94,6 +96,7 @@ int Zy_End_kernel(void *) {
 
 void cleanMemory() {
     zy::releaseReopenList();
+    zy::resetVocabularySwitches();
     zy::releaseContexts();
     freePrompt();
     zy::releaseScopes();
@@ -101,6 +104,7 @@ void cleanMemory() {
     zy::releaseNames();
     zy::releaseValueRecords();
     zy::releaseKeywords();
+    zy::releaseAliases();
     zy::releaseLexer();
     if (!e_lang->embedded)
         zy::envRelease();

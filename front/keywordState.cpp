@@ -1,15 +1,23 @@
 // Writable cells of the vocabulary: its tables, and what is out of them for a while.
 
+#include "front/aliases.h"
 #include "front/keywordTable.h"
+#include "front/vocabularySwitches.h"
 
 namespace zy {
 
 KeywordEntry *keywordTable[BUCKET_COUNT];
 KeywordEntry *keywordSnapshot[BUCKET_COUNT];
 KeywordEntry *shadowedKeywords;
+KeywordEntry *retiredKeywords;
+char removedWord[1];
 
 KeywordEntry *assignKeyword;
 KeywordEntry *shiftLeftKeyword;
 KeywordEntry *shiftRightKeyword;
+
+FoldedNames foldedNames = FoldedNames::NONE;
+
+AliasEntry *aliasTable[BUCKET_COUNT];
 
 }  // namespace zy

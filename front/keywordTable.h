@@ -15,6 +15,10 @@ struct VocabularyRow {
 
 // Rows that functions of the script have taken the place of, newest first.
 extern KeywordEntry *shadowedKeywords;
+// Rows that have been removed in this program.
+extern KeywordEntry *retiredKeywords;
+// The text of the current token once its row is gone: empty.
+extern char removedWord[1];
 
 // The row of a word in the initial vocabulary; NULL if it isn't in it.
 const VocabularyRow *vocabularyRow(const char *word);
@@ -24,7 +28,7 @@ KeywordEntry **linkOfKeyword(const char *name, uint16_t hash, KeywordEntry **tab
 // Removes every row of the name; false if there was none.
 bool removeAllRows(const char *name, KeywordEntry **table);
 
-// The operators whose rows are kept in cells, after the table has changed.
-void findKeptOperators();
+// remkey's work on a name as the table has it. False, without a message, if there is no such row.
+bool dropWord(const char *name);
 
 }  // namespace zy

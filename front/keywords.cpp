@@ -6,6 +6,8 @@
 #include <cstring>
 
 #include "front/keywordTable.h"
+#include "front/lexerState.h"
+#include "front/vocabularySwitches.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -34,7 +36,10 @@ KeywordEntry *newRow(const char *name, uint16_t hash, KeywordClass keywordClass,
     return row;
 }
 
+// The current token may be a copy of the row.
 void releaseRow(KeywordEntry *row) {
+    if (currentKeyword.name == row->name)
+        currentKeyword.name = removedWord;
     free(row->name);
     free(row);
 }
@@ -71,10 +76,34 @@ void copyTable(KeywordEntry **target, KeywordEntry *const *source) {
     }
 }
 
-void insertRow(KeywordEntry **table, KeywordEntry *row) {
-    KeywordEntry *&head = table[bucketOf(*row->name)];
+void insertRow(KeywordEntry **table, KeywordEntry *row, char first) {
+    KeywordEntry *&head = table[bucketOf(first)];
     row->next = head;
     head = row;
+}
+
+// Words that come and go, as those of the console do, use one row again and again.
+KeywordEntry *takeRetired(const char *name) {
+    KeywordEntry **link = &retiredKeywords;
+    while (*link && strcmp((*link)->name, name) != 0)
+        link = &(*link)->next;
+    KeywordEntry *row = *link;
+    if (row)
+        *link = row->next;
+    return row;
+}
+
+// Tokens that are kept during a look ahead may be copies of the row, so it stays until the program
+// has ended.
+void retire(KeywordEntry *row) {
+    row->next = retiredKeywords;
+    retiredKeywords = row;
+}
+
+void findKeptOperators() {
+    assignKeyword = keywordNamed("=");
+    shiftLeftKeyword = keywordNamed("<<");
+    shiftRightKeyword = keywordNamed(">>");
 }
 
 }  // namespace
@@ -87,23 +116,18 @@ const VocabularyRow *vocabularyRow(const char *word) {
 }
 
 KeywordEntry *addKeyword(KeywordClass keywordClass, const char *name, int code) {
-    KeywordEntry *row = newRow(name, nameHash(name), keywordClass, code, 0);
-    if (!row)
-        return nullptr;
-    KeywordEntry *&head = keywordTable[bucketOf(*name)];
-    row->next = head;
-    head = row;
+    KeywordEntry *row = takeRetired(name);
+    if (row)
+        *row = {nullptr, row->hash, 0, row->name, keywordClass, code};
+    else
+        row = newRow(name, nameHash(name), keywordClass, code, 0);
+    if (row)
+        insertRow(keywordTable, row, *name);
     return row;
 }
 
 KeywordEntry *addKeyword(KeywordClass keywordClass, const char *name) {
     return addKeyword(keywordClass, name, 0);
-}
-
-void findKeptOperators() {
-    assignKeyword = keywordNamed("=");
-    shiftLeftKeyword = keywordNamed("<<");
-    shiftRightKeyword = keywordNamed(">>");
 }
 
 void initKeywords() {
@@ -119,6 +143,7 @@ void releaseKeywords() {
     releaseTable(keywordTable);
     releaseTable(keywordSnapshot);
     releaseList(shadowedKeywords);
+    releaseList(retiredKeywords);
     findKeptOperators();
 }
 
@@ -139,9 +164,12 @@ int removeKeyword(const char *name, uint16_t hash, KeywordEntry **table) {
     if (!row)
         return -1;
     *link = row->next;
-    releaseRow(row);
-    if (table == keywordTable)
+    if (table == keywordTable) {
+        retire(row);
         findKeptOperators();
+    } else {
+        releaseRow(row);
+    }
     return 0;
 }
 
@@ -156,29 +184,29 @@ bool removeAllRows(const char *name, KeywordEntry **table) {
 // A word that a function of this program has taken the place of is back for the next one.
 void saveKeywords() {
     copyTable(keywordSnapshot, keywordTable);
+    removeFoldedWords(keywordSnapshot);
     for (const KeywordEntry *row = shadowedKeywords; row; row = row->next)
         if (KeywordEntry *copy = copyRow(row))
-            insertRow(keywordSnapshot, copy);
+            insertRow(keywordSnapshot, copy, *copy->name);
 }
 
 void restoreKeywords() {
     copyTable(keywordTable, keywordSnapshot);
     releaseList(shadowedKeywords);
+    releaseList(retiredKeywords);
     findKeptOperators();
 }
 
 bool shadowKeyword(const char *name) {
     uint16_t hash = nameHash(name);
     bool found = false;
-    KeywordEntry **link = linkOfKeyword(name, hash, keywordTable);
-    while (KeywordEntry *row = *link) {
-        if (!row->soft)
-            break;
+    KeywordEntry **link;
+    while (*(link = linkOfKeyword(name, hash, keywordTable)) && (*link)->soft) {
+        KeywordEntry *row = *link;
         *link = row->next;
         row->next = shadowedKeywords;
         shadowedKeywords = row;
         found = true;
-        link = linkOfKeyword(name, hash, keywordTable);
     }
     return found;
 }

@@ -43,6 +43,13 @@ int mapTrigraphs(char *dest, const char *source, int length);
 // Reads a token that must be c. Otherwise it is pushed back and, with report set, a message
 // printed.
 bool expectChar(char c, bool report);
+// The current constant, which is the caller's from now on; the token is a blank then.
+inline Value *takeConstant() {
+    Value *constant = tokenValue.constant;
+    tokenClass = TK_CHAR;
+    tokenValue.character = ' ';
+    return constant;
+}
 // Finishes a message with the current token, a line feed and the position.
 void tokenContext();
 

@@ -1,13 +1,13 @@
-// The vocabulary and its look-up, changes and restrictions. What the lexer does around a look-up is
-// set up by hand: the line, the cursor, the kind of the statement.
+// The vocabulary, its look-up, and what a script and the restricted shell do to it.
 
-#include <map>
 #include <sstream>
 #include <string>
 
-#include "front/lexerState.h"
+#include "expr/constants.h"
+#include "front/keywordStatements.h"
 #include "front/tokens.h"
 #include "instance.h"
+#include "source.h"
 
 namespace zy {
 
@@ -80,9 +80,7 @@ int rowsOf(KeywordEntry *const *table) {
 
 // Looks up the word at the start of a line.
 KeywordEntry *look(const std::string &word, const char *behind) {
-    snprintf(lineBuffer, sizeof lineBuffer, "%s%s", word.c_str(), behind);
-    lineLength = static_cast<int16_t>(strlen(lineBuffer));
-    linePos = 0;
+    typeLine((word + behind).c_str());
     return findKeyword(word.c_str(), nameHash(word.c_str()), static_cast<int>(word.size()));
 }
 
@@ -95,7 +93,23 @@ std::string namesInBucket(KeywordEntry *const *table, char c) {
 
 }  // namespace
 
-using KeywordTest = InstanceTest;
+class KeywordTest : public InstanceTest {
+protected:
+    void TearDown() override {
+        closeSource();
+        EXPECT_EQ(assignKeyword, keywordNamed("="));
+        InstanceTest::TearDown();
+    }
+
+    // What a statement or pragma prints whose argument is the text.
+    template <class Action>
+    static std::string errorsAt(const std::string &text, Action action) {
+        openSource(text + ";\n");
+        std::string errors = errorsOf(action);
+        closeSource();
+        return errors;
+    }
+};
 
 TEST_F(KeywordTest, TheTableHoldsTheWholeVocabularyAndNothingElse) {
     int total = 0;
@@ -123,6 +137,237 @@ TEST_F(KeywordTest, TheTableHoldsTheWholeVocabularyAndNothingElse) {
 // A row goes to the head of its bucket: what was entered last is met first.
 TEST_F(KeywordTest, BucketsListTheNewestRowFirst) {
     EXPECT_EQ(namesInBucket(keywordTable, '+'), "? ++ += != ! + {");
+}
+
+TEST_F(KeywordTest, ASoftWordIsAKeywordOnlyWhereItIsCalled) {
+    const struct {
+        const char *word, *behind;
+        bool keyword;
+    } rows[] = {
+        {"sin", "(x)", true},
+        {"sin", " \t (x)", true},
+        {"sin", ";", false},
+        {"sin", " = 1", false},
+        {"sin", "", false},
+        {"time", "_t", false},
+        {"sin", " /* ( */ (", true},
+        {"sin", " /* ( */ ;", false},
+        {"fprintf", " stdout << X", true},
+        {"fprintf", " _s << X", true},
+        {"fprintf", " 1", false},
+        {"printf", " x", false},
+        {"free", " p", false},
+        {"_printf", " x", true},
+        {"while", " x", true},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(look(row.word, row.behind) != nullptr, row.keyword) << row.word << row.behind;
+    e_lang->macroExpansionOn = 0;
+    EXPECT_NE(look("sin", " = 1"), nullptr);
+}
+
+TEST_F(KeywordTest, TheLookAheadCrossesTheLineEnd) {
+    openSource("sin\n  /* \n */ (x) max\n = 1;\n");
+    nextToken();
+    EXPECT_EQ(tokenClass, TK_KEYWORD);
+    EXPECT_STREQ(currentKeyword.name, "sin");
+    for (int i = 0; i < 3; i++)
+        nextToken();
+    nextToken();
+    ASSERT_EQ(tokenClass, TK_IDENTIFIER);
+    EXPECT_STREQ(tokenValue.name->text, "max");
+}
+
+TEST_F(KeywordTest, AFunctionOfTheScriptTakesThePlaceOfABuiltInForOneProgram) {
+    EXPECT_TRUE(shadowKeyword("max"));
+    EXPECT_FALSE(shadowKeyword("max"));
+    EXPECT_FALSE(shadowKeyword("while"));
+    EXPECT_FALSE(shadowKeyword("_printf"));
+    EXPECT_EQ(look("max", "("), nullptr);
+    EXPECT_NE(look("while", "("), nullptr);
+    saveKeywords();  // a start-up file ends: the next program has the built-in
+    EXPECT_EQ(look("max", "("), nullptr);
+    restoreKeywords();
+    EXPECT_NE(look("max", "("), nullptr);
+    EXPECT_EQ(rowsOf(keywordTable), 317);
+}
+
+TEST_F(KeywordTest, WordsOfOneSumAreToldApart) {
+    addKeyword(KC_STATEMENT, "ab", 1);
+    EXPECT_NE(look("ab", " "), nullptr);
+    EXPECT_EQ(look("ba", " "), nullptr);
+    addKeyword(KC_STATEMENT, "ba", 2);
+    EXPECT_EQ(look("ab", " ")->code, 1);
+    EXPECT_EQ(look("ba", " ")->code, 2);
+    // One letter is told by its sum alone; what follows it doesn't count.
+    addKeyword(KC_STATEMENT, "q", 3);
+    EXPECT_EQ(look("q", "x")->code, 3);
+}
+
+TEST_F(KeywordTest, TheNewestRowOfANameGoesFirst) {
+    addKeyword(KC_CONSOLE, "while", 6);
+    EXPECT_EQ(keywordNamed("while")->keywordClass, KC_CONSOLE);
+    EXPECT_EQ(removeKeyword("while", nameHash("while"), keywordTable), 0);
+    EXPECT_EQ(keywordNamed("while")->code, 8);
+    EXPECT_EQ(removeKeyword("while", nameHash("while"), keywordTable), 0);
+    EXPECT_EQ(removeKeyword("while", nameHash("while"), keywordTable), -1);
+}
+
+TEST_F(KeywordTest, AddkeyGivesASecondNameAndZykeyANewOneForOneProgram) {
+    auto change = [](int mode) { return [=] { changeKeywordStatement(mode); }; };
+    EXPECT_EQ(errorsAt("(\"solange\", \"while\")", change(MODE_ADDKEY)), "");
+    EXPECT_EQ(keywordNamed("solange")->code, 8);
+    EXPECT_EQ(keywordNamed("while")->code, 8);
+    EXPECT_EQ(errorsAt("(\"wenn\", \"if\")", change(MODE_ZYKEY)), "");
+    EXPECT_EQ(keywordNamed("wenn")->code, 7);
+    EXPECT_EQ(keywordNamed("if"), nullptr);
+    // A soft word's new name is a keyword everywhere, and both rows of min go.
+    EXPECT_EQ(errorsAt("(\"least\", \"min\")", change(MODE_ZYKEY)), "");
+    EXPECT_NE(look("least", ";"), nullptr);
+    EXPECT_EQ(look("min", "("), nullptr);
+    EXPECT_EQ(errorsAt("(\"plus\", \"+\")", change(MODE_ADDKEY)),
+              "WARNING: a keyword is added for symbol '+'\n"
+              "         at line 1 in file 'a.zy'\n");
+    EXPECT_EQ(errorsAt("(\"becomes\", \"=\")", change(MODE_ZYKEY)),
+              "WARNING: The key symbol '=' is changed\n"
+              "         at line 1 in file 'a.zy'\n");
+    EXPECT_EQ(assignKeyword, nullptr);
+    EXPECT_EQ(errorFlag, 0);
+
+    restoreKeywords();
+    EXPECT_EQ(keywordNamed("solange"), nullptr);
+    EXPECT_EQ(keywordNamed("if")->code, 7);
+    EXPECT_EQ(rowsOf(keywordTable), 317);
+    EXPECT_EQ(namesInBucket(keywordTable, '+'), "? ++ += != ! + {");
+
+    errorsAt("(\"solange\", \"while\")", change(MODE_ADDKEY));
+    saveKeywords();  // the end of a start-up file
+    restoreKeywords();
+    EXPECT_EQ(keywordNamed("solange")->code, 8);
+}
+
+TEST_F(KeywordTest, RemkeyRemovesAWord) {
+    EXPECT_EQ(errorsAt("(\"while\")", remkeyStatement), "");
+    EXPECT_EQ(keywordNamed("while"), nullptr);
+    EXPECT_EQ(errorsAt("(\"min\")", remkeyStatement), "");
+    EXPECT_EQ(keywordNamed("min"), nullptr);
+    EXPECT_EQ(errorsAt("(\"<<\")", remkeyStatement),
+              "WARNING: The key symbol '<<' is removed\n         at line 1 in file 'a.zy'\n");
+    EXPECT_EQ(shiftLeftKeyword, nullptr);
+
+    auto pragma = [] { pragmaRemkey(true); };
+    auto command = [] { pragmaRemkey(false); };
+    EXPECT_EQ(errorsAt("(if)", pragma), "");
+    EXPECT_EQ(errorsAt("(sin)", pragma), "");  // an identifier here
+    EXPECT_EQ(errorsAt(" do", command), "");
+    EXPECT_EQ(errorsAt(" max", command), "");
+    for (const char *word : {"if", "sin", "do", "max"})
+        EXPECT_EQ(keywordNamed(word), nullptr) << word;
+    EXPECT_EQ(errorFlag, 0);
+}
+
+TEST_F(KeywordTest, EveryFaultOfAKeywordChangeIsReportedAndChangesNothing) {
+    int x = 0;
+    addPredefinedConstant({"taken", DT_INT, {.i = x}});
+    using Form = void (*)();
+    Form addkey = [] { changeKeywordStatement(MODE_ADDKEY); };
+    Form zykey = [] { changeKeywordStatement(MODE_ZYKEY); };
+    Form pragma = [] { pragmaRemkey(true); };
+    Form command = [] { pragmaRemkey(false); };
+    const struct {
+        Form form;
+        const char *source, *message;
+    } rows[] = {
+        {addkey, "(\"1a\", \"if\")",
+         "the new name '1a' is not a valid keyword identifier, it must start with an alphabetic "
+         "letter"},
+        {zykey, "(\"_a\", \"if\")",
+         "the new name '_a' is not a valid keyword identifier, it must start with an alphabetic "
+         "letter"},
+        {zykey, "(\"\", \"if\")",
+         "the new name '' is not a valid keyword identifier, it must start with an alphabetic "
+         "letter"},
+        {addkey, "(\"do\", \"if\")", "the name 'do' is already a keyword"},
+        {addkey, "(\"min\", \"if\")", "the name 'min' is already a keyword"},
+        {zykey, "(\"taken\", \"if\")", "the name 'taken' has been defined as a variable"},
+        {zykey, "(\"a\", \"b\")", "the name 'b' is not a keyword"},
+        {addkey, "(1, \"if\")", "the first argument of addkey() is not a string constant"},
+        {zykey, "(a, \"if\")", "the first argument of zykey() is not a string constant"},
+        {addkey, "(\"a\" \"b\")", "missing the comma ','  before the second argument"},
+        {addkey, "(\"a\", if)", "the second argument of addkey() is not a string constant"},
+        {zykey, "(\"a\", 'b')", "the second argument of zykey() is not a string constant"},
+        {remkeyStatement, "(\"b\")", "the name 'b' is not a keyword"},
+        {remkeyStatement, "(while)", "the argument of remkey() is not a string constant"},
+        {pragma, "(b)", "the argument of remkey() is not a keyword"},
+        {pragma, "(\"while\")", "the argument of remkey() is not a keyword"},
+        {command, " 1", "the argument of remkey is not a keyword"},
+        {addkey, " \"a\"", "missing '(' before 'a'"},
+        {zykey, "(\"a\", \"if\"", "missing ')' before ';'"},
+        {pragma, " while", "missing '(' before 'while'"},
+        {pragma, "(while", "missing ')' before ';'"},
+    };
+    int values = liveValueCount();
+    for (const auto &row : rows) {
+        errorFlag = 0;
+        std::string errors = errorsAt(row.source, row.form);
+        EXPECT_EQ(errors.substr(0, errors.find('\n')), "ERROR: " + std::string(row.message));
+        EXPECT_EQ(errorFlag, 1) << row.source;
+        EXPECT_EQ(rowsOf(keywordTable), 317) << row.source;
+        if (tokenClass == TK_CONSTANT && pushedBack)
+            deleteValue(tokenValue.constant);
+    }
+    EXPECT_EQ(liveValueCount(), values);
+    EXPECT_EQ(errorsAt("(\"a\", \"b\")", zykey),
+              "ERROR: the name 'b' is not a keyword\n       at line 1 in file 'a.zy'\n");
+
+    Value *null = newZeroValue(DT_STRING);
+    EXPECT_EQ(errorsOf([&] {
+                  EXPECT_EQ(changeKeyword(MODE_ZYKEY, null, null), -1);
+                  EXPECT_EQ(dropKeyword(null), -1);
+              }),
+              "ERROR: not valid keyword\nERROR: not valid keyword\n");
+    deleteValue(null);
+}
+
+TEST_F(KeywordTest, TheRestrictedShellHidesWordsAlsoFromTheNextProgram) {
+    for (const char *word : {"fork", "execv", "execvp"})
+        addKeyword(KC_OPERATOR, word, 148);
+    saveKeywords();
+    hideRestrictedKeywords();
+    const char *hidden[] = {"_execv",  "_execvp", "_fopen",      "_fork",   "_fstat",
+                            "_lstat",  "_pipe",   "_popen",      "_remove", "_rename",
+                            "_socket", "_stat",   "_socketpair", "_utime",  "_system",
+                            "access",  "getenv",  "open",        "putenv"};
+    for (const char *word : hidden)
+        EXPECT_EQ(keywordNamed(word), nullptr) << word;
+    EXPECT_NE(keywordNamed("fork"), nullptr);
+    EXPECT_EQ(rowsOf(keywordTable), 317 + 3 - 19);
+    restoreKeywords();
+    EXPECT_EQ(rowsOf(keywordTable), 317 - 19);
+
+    showRestrictedKeywords();
+    const struct {
+        const char *word;
+        int code;
+        bool soft;
+    } shown[] = {{"_execv", 146, false},      {"_execvp", 147, false}, {"_fopen", 581, false},
+                 {"_fork", 148, false},       {"_fstat", 158, false},  {"_lstat", 157, false},
+                 {"_pipe", 145, false},       {"_popen", 582, false},  {"_remove", 153, false},
+                 {"_rename", 154, false},     {"_socket", 102, false}, {"_stat", 156, false},
+                 {"_socketpair", 167, false}, {"_utime", 155, false},  {"_system", 120, false},
+                 {"_setrlimit", 161, false},  {"getenv", 574, true},   {"open", 101, true},
+                 {"putenv", 149, true},       {"access", 100, true}};
+    for (const auto &row : shown) {
+        const KeywordEntry *entry = keywordNamed(row.word);
+        ASSERT_NE(entry, nullptr) << row.word;
+        EXPECT_EQ(entry->keywordClass, KC_OPERATOR) << row.word;
+        EXPECT_EQ(entry->code, row.code) << row.word;
+        EXPECT_EQ(entry->soft != 0, row.soft) << row.word;
+    }
+    showRestrictedKeywords();
+    EXPECT_EQ(rowsOf(keywordTable), 317 + 1);
+    hideRestrictedKeywords();
+    EXPECT_EQ(rowsOf(keywordTable), 317 - 19);
 }
 
 }  // namespace zy
