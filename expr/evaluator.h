@@ -14,8 +14,6 @@ void runChain();
 // current context stood. The chain's value is on the stack.
 void runNested(ExprNode *chain);
 
-// The value of left op right for the codes 687 to 696, not stored yet. Reads both by operandOf.
-Value *compoundValue(ExprNode *node, int code);
 // The address that `&inner` gives, as a pointer Value; NULL after a message.
 Value *addressOf(ExprNode *inner);
 

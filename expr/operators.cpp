@@ -2,7 +2,9 @@
 
 #include <array>
 
+#include "expr/compoundFamilies.h"
 #include "expr/routines.h"
+#include "expr/scalarFamilies.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -18,7 +20,7 @@ constexpr auto operatorTable = [] {
     std::array<OperatorRow, OPERATOR_COUNT> table{};
     for (OperatorRow &row : table)
         row = {1, undefinedOperation};
-#define ZY_OPERATOR(name, code, arguments, routine) table[code] = {arguments, routine};
+#define ZY_OPERATOR(name, code, arguments, ...) table[code] = {arguments, __VA_ARGS__};
 #include "expr/operators.inc"
 #undef ZY_OPERATOR
     return table;

@@ -6,7 +6,7 @@
 namespace zy {
 
 enum OpCode : int32_t {
-#define ZY_OPERATOR(name, code, arguments, routine) OP_##name = code,
+#define ZY_OPERATOR(name, code, arguments, ...) OP_##name = code,
 #include "expr/operators.inc"
 #undef ZY_OPERATOR
 };

@@ -1,4 +1,5 @@
-// The routines that rows of expr/operators.inc name: each runs one operator node of the chain.
+// The routines that rows of expr/operators.inc name: each runs one operator node of the chain. The
+// families are in expr/scalarFamilies.h and expr/compoundFamilies.h.
 #pragma once
 
 #include "expr/value.h"
@@ -6,5 +7,29 @@
 namespace zy {
 
 void undefinedOperation(ExprNode *node);
+
+// Truth and order of what isn't a number alone (expr/logicOperators.cpp).
+void notOperator(ExprNode *node);
+void xorOperator(ExprNode *node);
+void shortCircuit(ExprNode *node);
+
+// Addresses (expr/pointerOperators.cpp).
+void pointerArithmetic(ExprNode *node);
+void pointerDifferenceOperator(ExprNode *node);
+void indirection(ExprNode *node);
+void addressOperator(ExprNode *node);
+void arrayReference(ExprNode *node);
+
+// Stores (expr/storeOperators.cpp).
+void assignOperator(ExprNode *node);
+void incrementOperator(ExprNode *node);
+
+// The others (expr/structuralOperators.cpp).
+void castOperator(ExprNode *node);
+void commaOperator(ExprNode *node);
+void evalConditional(ExprNode *node);
+void newOperator(ExprNode *node);
+void sizeofOperator(ExprNode *node);
+void evaluateText(ExprNode *node);
 
 }  // namespace zy

@@ -28,12 +28,15 @@ void printErrorPositionOf(PositionSource source) {
         printErrorPosition(position);
 }
 
-void printWarning(PositionSource source, const char *format, va_list arguments) {
-    if (!warningsAt(1))
-        return;
+void printAnyWarning(PositionSource source, const char *format, va_list arguments) {
     printText("WARNING: ", format, arguments);
-    if (SourcePosition position; source && source(position))
+    if (SourcePosition position; source(position))
         printWarningPosition(position);
+}
+
+void printWarning(PositionSource source, const char *format, va_list arguments) {
+    if (warningsAt(1))
+        printAnyWarning(source, format, arguments);
 }
 
 }  // namespace
@@ -58,6 +61,11 @@ void runError(const char *format, ...) {
 
 void runWarning(const char *format, ...) {
     ZY_WITH_ARGUMENTS(printWarning(runPosition, format, arguments));
+    noteRunWarning();
+}
+
+void runWarningAlways(const char *format, ...) {
+    ZY_WITH_ARGUMENTS(printAnyWarning(runPosition, format, arguments));
     noteRunWarning();
 }
 

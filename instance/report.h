@@ -24,6 +24,8 @@ bool runPosition(SourcePosition &position);    // the statement being run
 void runError(const char *format, ...) ZY_PRINTF(1, 2);
 // A warning while it runs; sets runStatus unless an error has.
 void runWarning(const char *format, ...) ZY_PRINTF(1, 2);
+// The same for what no warning level silences: a conversion that lost a number.
+void runWarningAlways(const char *format, ...) ZY_PRINTF(1, 2);
 // An error in the text being parsed; sets errorFlag.
 void parseError(const char *format, ...) ZY_PRINTF(1, 2);
 // A warning about the text being parsed. Sets nothing: a warning refuses no run.

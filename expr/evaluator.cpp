@@ -1,0 +1,81 @@
+// The loop that runs chains, and the nested runs of what && || and ?: decide to run.
+
+#include "expr/evaluator.h"
+
+#include "expr/calls.h"
+#include "expr/evaluatorState.h"
+#include "expr/events.h"
+#include "stmt/stmtNode.h"
+
+namespace zy {
+
+namespace {
+
+// What runs behind a node. The node itself may have moved the context's chain, or may have made
+// another context current, whose chain a call then begins with.
+inline ExprNode *advance() {
+    ExecContext *context = currentContext;
+    return context->chain ? context->chain = context->chain->next : nullptr;
+}
+
+// An event once in every callbackInterval + 1 nodes.
+void countStep() {
+    const StmtNode *statement = currentContext->statement;
+    if (!wantsEvent(EVENT_STEP) || !statement || statement->line == 0)
+        return;
+    if (stepCounter != e_lang->callbackInterval) {
+        stepCounter++;
+        return;
+    }
+    deliverEvent(EVENT_STEP);
+    stepCounter = 0;
+}
+
+void runChainWithEvents() {
+    for (ExprNode *node = currentContext->chain; node; node = advance()) {
+        countStep();
+        node->routine(node);
+    }
+}
+
+}  // namespace
+
+void runChain() {
+    if (wantsEvent(EVENT_STEP)) [[unlikely]] {
+        runChainWithEvents();
+        return;
+    }
+    ExecContext *context = currentContext;
+    ExprNode *node = context->chain;
+    while (node) {
+        node->routine(node);
+        // Few nodes move the chain; where none did, the next node needn't be read back from the
+        // context, so its load doesn't wait for the store.
+        if (currentContext == context && context->chain == node) [[likely]] {
+            node = node->next;
+            context->chain = node;
+        } else {
+            node = advance();
+            context = currentContext;
+        }
+    }
+}
+
+void runNested(ExprNode *chain) {
+    ExecContext *context = currentContext;
+    ExprNode *savedChain = context->chain;
+    StmtNode *savedStatement = context->statement;
+    context->statement = nullptr;
+    context->chain = chain;
+    runChain();
+    if (currentContext != context || context->chain) {
+        // A call has made its own context current: statements run until it has returned.
+        unsigned char savedExecuting = executing;
+        runStatements(false);
+        executing = savedExecuting;
+    }
+    currentContext->chain = savedChain;
+    currentContext->statement = savedStatement;
+}
+
+}  // namespace zy

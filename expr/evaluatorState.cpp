@@ -1,0 +1,7 @@
+#include "expr/evaluatorState.h"
+
+namespace zy {
+
+int stepCounter;
+
+}  // namespace zy

@@ -1,0 +1,132 @@
+// Where an operator's operands stand, and where its result goes. A constant is read in the tree;
+// all else lies on the stack, the leftmost on top. A record that was popped becomes the result's,
+// so a scalar operator takes a new record only when both operands are constants.
+#pragma once
+
+#include "expr/value.h"
+
+namespace zy {
+
+// The operand wasn't there, after a message about the stack: what is left of the chain isn't run.
+inline void endChain() { currentContext->chain = nullptr; }
+
+// Whether operandOf reads it where it stands.
+inline bool standsInPlace(const ExprNode *operand) {
+    return operand->kind == NODE_VALUE && operand->type != DT_NAME && operand->type != DT_TAG;
+}
+
+inline const Value *operandInPlace(const ExprNode *operand) {
+    return operand->type == DT_CONSTANT ? operand->payload.value : operand;
+}
+
+// A result on top of the stack that takes no operand's record. NULL if memory is exhausted.
+inline Value *pushNewValue() {
+    Value *value = newValue();
+    if (!value) [[unlikely]] {
+        endChain();
+        return nullptr;
+    }
+    value->kind = NODE_VALUE;
+    pushValue(value);
+    return value;
+}
+
+// The top of the stack, which stays there. NULL after a message if there is none.
+inline Value *topValue() {
+    Value *top = currentContext->stack;
+    if (!top) [[unlikely]] {
+        reportEmptyStack();
+        endChain();
+    }
+    return top;
+}
+
+// An operand for as long as an operator reads it. Its record goes back at the end if it was popped;
+// `contents` too, for what isn't a plain number: an operator owns what it popped.
+class Operand {
+public:
+    enum Release { RECORD, CONTENTS };
+    explicit Operand(ExprNode *field, Release release = RECORD)
+        : value(operandOf(field, popped)), release(release) {
+        if (!value) [[unlikely]]
+            endChain();
+    }
+    Operand(const Operand &) = delete;
+    Operand &operator=(const Operand &) = delete;
+    ~Operand() {
+        if (popped && release == CONTENTS)
+            deleteValue(value);
+        else if (popped)
+            recycleValue(value);
+    }
+    explicit operator bool() const { return value; }
+    Value *operator->() const { return value; }
+    Value *get() const { return value; }
+    // The record for the caller to keep: the popped one, or NULL for one that stands in place.
+    Value *takeRecord() {
+        bool mine = popped;
+        popped = false;
+        return mine ? value : nullptr;
+    }
+
+private:
+    bool popped;
+    Value *value;
+    Release release;
+};
+
+template <class Family, bool leftInPlace, bool rightInPlace>
+void binaryForm(ExprNode *node) {
+    if constexpr (leftInPlace && rightInPlace) {
+        if (Value *result = pushNewValue())
+            Family::run(result, operandInPlace(node->left), operandInPlace(node->right));
+    } else if constexpr (leftInPlace) {
+        if (Value *right = topValue())
+            Family::run(right, operandInPlace(node->left), right);
+    } else if constexpr (rightInPlace) {
+        if (Value *left = topValue())
+            Family::run(left, left, operandInPlace(node->right));
+    } else {
+        ExecContext *context = currentContext;
+        Value *left = context->stack;
+        Value *right = left ? left->next : nullptr;
+        if (!right) [[unlikely]] {
+            reportEmptyStack();
+            endChain();
+            return;
+        }
+        Family::run(right, left, right);
+        context->stack = right;
+        recycleValue(left);
+    }
+}
+
+// The form for the places that the node's operands have.
+template <class Family>
+void runBinary(ExprNode *node) {
+    bool right = standsInPlace(node->right);
+    if (standsInPlace(node->left))
+        node->routine = right ? binaryForm<Family, true, true> : binaryForm<Family, true, false>;
+    else
+        node->routine = right ? binaryForm<Family, false, true> : binaryForm<Family, false, false>;
+    node->routine(node);
+}
+
+template <class Family>
+void unaryOnStack(ExprNode *) {
+    if (Value *operand = topValue())
+        Family::run(operand, operand);
+}
+template <class Family>
+void unaryInPlace(ExprNode *node) {
+    if (Value *result = pushNewValue())
+        Family::run(result, operandInPlace(node->left));
+}
+
+template <class Family>
+void runUnary(ExprNode *node) {
+    node->routine = standsInPlace(node->left) ? unaryInPlace<Family> : unaryOnStack<Family>;
+    node->routine(node);
+}
+
+}  // namespace zy

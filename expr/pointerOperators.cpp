@@ -1,0 +1,158 @@
+// Operators on addresses: arithmetic, indirection, `&`, and references to elements of a variable.
+
+#include <cstring>
+
+#include "expr/evaluator.h"
+#include "expr/operators.h"
+#include "expr/routines.h"
+#include "expr/scalarFamilies.h"
+#include "expr/scope.h"
+#include "expr/typeQueries.h"
+#include "numeric/convert.h"
+#include "numeric/shape.h"
+
+namespace zy {
+
+void pointerArithmetic(ExprNode *node) {
+    Value *result = nullptr;
+    {
+        Operand left(node->left), right(node->right);
+        if (!left || !right)
+            return;
+        result = pointerAdd(node, left.get(), right.get(), node->op);
+    }
+    if (result)
+        pushValue(result);
+}
+
+void pointerDifferenceOperator(ExprNode *node) {
+    int difference = 0;
+    {
+        Operand left(node->left, Operand::CONTENTS), right(node->right, Operand::CONTENTS);
+        if (!left || !right)
+            return;
+        difference = pointerDifference(node, left.get(), right.get());
+    }
+    pushScalar(difference);
+}
+
+// ---- Indirection --------------------------------------------------------------------------------
+
+namespace {
+
+template <class T>
+T load(const void *address) {
+    T object;
+    memcpy(&object, address, sizeof object);
+    return object;
+}
+
+// The common targets, read into the pointer's own record. False for all others.
+bool loadNumber(Value *pointer) {
+    const void *address = pointer->payload.p;
+    if (isNullAddress(address))
+        return false;
+    switch (pointer->type) {
+        case DT_P_CHAR: setScalar(pointer, load<signed char>(address)); return true;
+        case DT_P_UCHAR: setScalar(pointer, load<unsigned char>(address)); return true;
+        case DT_P_INT: setScalar(pointer, load<int>(address)); return true;
+        case DT_P_DOUBLE: setScalar(pointer, load<double>(address)); return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+void indirection(ExprNode *node) {
+    Value *result = nullptr;
+    {
+        Operand pointer(node->left);
+        if (!pointer)
+            return;
+        Value *record = pointer.takeRecord();
+        if (record && loadNumber(record)) {
+            pushValue(record);
+            return;
+        }
+        Value *source = record ? record : pointer.get();
+        if (isPointer(source->type) && !isArrayLike(source->type) &&
+            isNullAddress(source->payload.p) && record)
+            source->payload.p = nullptr;
+        result = derefValue(source);
+        if (record)
+            recycleValue(record);
+    }
+    if (result)
+        pushValue(result);
+}
+
+// ---- Address ------------------------------------------------------------------------------------
+
+namespace {
+
+// An array is its first element's address, an object that of its bytes; all else stands in the
+// variable's cell.
+Value *addressOfVariable(TypeInfo *symbol) {
+    fetchVariable(symbol, 0);
+    Value *value = popValue();
+    if (!value)
+        return nullptr;
+    VarCell *cell = findVarCell(symbol);
+    bool pointsAlready = isArrayLike(value->type) || value->type == DT_STRUCT;
+    if (value->type == DT_STRING)
+        free(value->payload.text);
+    value->type = pointerTo(value->type);
+    if (!pointsAlready)
+        value->payload.p = &cell->data;
+    return value;
+}
+
+Value *addressOfFunction(TypeInfo *symbol) {
+    Value *value = newZeroValue(DT_P_FUNCTION);
+    if (value)
+        value->payload.symbol = symbol;
+    return value;
+}
+
+}  // namespace
+
+Value *addressOf(ExprNode *inner) {
+    if (TypeInfo *symbol = variableOf(inner))
+        return symbol->kind == KIND_FUNCTION ? addressOfFunction(symbol)
+                                             : addressOfVariable(symbol);
+    if (inner->kind == NODE_OPERATOR && inner->op == OP_INDIRECTION)
+        return popValue();
+    runError("unsupported data type for address operation &");
+    return nullptr;
+}
+
+// The operand stands behind the node and isn't run; a second address node closes the operation.
+void addressOperator(ExprNode *node) {
+    ExecContext *context = currentContext;
+    ExprNode *inner = node->next;
+    Value *address = inner ? addressOf(inner) : nullptr;
+    ExprNode *closing = inner ? inner->next : nullptr;
+    if (closing && closing->kind == NODE_OPERATOR && closing->op == OP_ADDRESS)
+        context->chain = closing;
+    else
+        runError("something is wrong in address operation &");
+    if (!address)
+        address = newZeroValue(DT_P_VOID);
+    if (address)
+        pushValue(address);
+}
+
+// ---- Elements -----------------------------------------------------------------------------------
+
+// The variable stands behind the node, where nothing reads it.
+void arrayReference(ExprNode *node) {
+    TypeInfo *symbol = variableOf(node->left);
+    if (!symbol) {
+        undefinedOperation(node);
+        return;
+    }
+    currentContext->chain = node->next;
+    fetchVariable(symbol, node->op);
+}
+
+}  // namespace zy

@@ -1,0 +1,184 @@
+// Operators that move values about: cast, comma, sizeof, new, streval.
+
+#include <cstdio>
+#include <cstring>
+
+#include "decl/structInfo.h"
+#include "expr/calls.h"
+#include "expr/evaluator.h"
+#include "expr/operators.h"
+#include "expr/routines.h"
+#include "expr/scalarFamilies.h"
+#include "expr/typeQueries.h"
+#include "numeric/convert.h"
+#include "numeric/shape.h"
+
+namespace zy {
+
+// ---- Cast
+// ----------------------------------------------------------------------------------------
+
+namespace {
+
+void castAny(ExprNode *node) {
+    if (Value *result = castValue(node->left, node->right))
+        pushValue(result);
+}
+
+// To a number or a plain pointer, of an operand on the stack.
+void castOnStack(ExprNode *node) {
+    Value *value = topValue();
+    if (value && !convertScalar(value, node->left->payload.symbol->dataType))
+        castAny(node);
+}
+
+}  // namespace
+
+void castOperator(ExprNode *node) {
+    const TypeInfo *target = variableOf(node->left);
+    bool simple = target && target->kind == KIND_SIMPLE && isScalarNumeric(target->dataType) &&
+                  !standsInPlace(node->right);
+    node->routine = simple ? castOnStack : castAny;
+    node->routine(node);
+}
+
+// ---- Comma
+// ---------------------------------------------------------------------------------------
+
+void commaOperator(ExprNode *node) {
+    Operand right(node->right);
+    Operand left(node->left, Operand::CONTENTS);
+    if (!right)
+        return;
+    Value *result = right.takeRecord();
+    if (!result && (result = newValue())) {
+        *result = *right.get();
+        result->link = nullptr;
+        if (result->type == DT_STRING)
+            result->payload.text = copyString(result->payload.text);
+    }
+    if (result)
+        pushValue(result);
+}
+
+// ---- sizeof
+// --------------------------------------------------------------------------------------
+
+namespace {
+
+uint64_t sizeOfValue(const ExprNode *tree, const Value *value) {
+    const StructInfo *info = structInfoOf(tree);
+    if (value->type == DT_CARRAY || value->type == DT_ARRAY) {
+        int element = value->payload2.elementType;
+        uint64_t size = element == DT_STRUCT && info ? info->size : elementSize(element);
+        return size * value->count;
+    }
+    if (value->type == DT_STRUCT || value->type == DT_TAG)
+        return value->payload2.structInfo ? value->payload2.structInfo->size : 0;
+    return elementSize(value->type);
+}
+
+// The bounds of a type come in pairs, lower limit last in the list and so first on the stack.
+bool sizeOfBounds(ExprNode *list, uint64_t &size) {
+    size = 0;
+    for (ExprNode *cell = list; cell && cell->next; cell = cell->next->next) {
+        Value *first = popValue();
+        Value *second = popValue();
+        if (!first || !second) {
+            endChain();
+            return false;
+        }
+        if (cell == list)
+            size = elementSize(first->type);
+        size *= truncateToUint64(readDouble(second) - readDouble(first));
+        recycleValue(first);
+        recycleValue(second);
+    }
+    return true;
+}
+
+}  // namespace
+
+void sizeofOperator(ExprNode *node) {
+    uint64_t size = 0;
+    if (node->left->kind == NODE_LIST) {
+        if (!sizeOfBounds(node->left, size))
+            return;
+    } else {
+        Value *value = popValue();
+        if (!value) {
+            endChain();
+            return;
+        }
+        size = sizeOfValue(node->left, value);
+        deleteValue(value);
+    }
+    pushScalar<unsigned long long>(size);
+}
+
+// ---- new
+// -----------------------------------------------------------------------------------------
+
+namespace {
+
+bool isTypeLeaf(const ExprNode *tree) {
+    if (!tree || tree->kind != NODE_VALUE)
+        return false;
+    return tree->type == DT_TAG ||
+           (tree->type == DT_NAME && tree->payload.symbol->level == TYPE_ONLY_LEVEL);
+}
+
+// A cleared object; NULL after a message if memory is exhausted.
+Value *newObject(int pointerType, StructInfo *info) {
+    size_t size = pointerType == DT_P_STRUCT ? (info ? info->size : 0)
+                                             : elementSize(dereference(pointerType));
+    Value *result = newZeroValue(pointerType);
+    if (!result)
+        return nullptr;
+    if (pointerType == DT_P_STRUCT)
+        result->payload2.structInfo = info;
+    result->payload.p = allocOrFail(size);
+    if (result->payload.p)
+        memset(result->payload.p, 0, size);
+    return result;
+}
+
+}  // namespace
+
+// `new T` has the type in `left`; `new T(x)` the value beside it, or in its place.
+void newOperator(ExprNode *node) {
+    int type = treeType(node);
+    StructInfo *info = structInfoOf(node->left);
+    ExprNode *initial = isTypeLeaf(node->left) ? node->right : node->left;
+    if (!isPointer(type) || isArrayLike(type) || (type == DT_P_STRUCT && initial)) {
+        undefinedOperation(node);
+        pushScalar(0);
+        return;
+    }
+    Value *result = newObject(type, info);
+    if (result && initial) {
+        Operand value(initial, Operand::CONTENTS);
+        if (value && result->payload.p)
+            storeByPointerType(result->payload.p, value.get(), type);
+    }
+    if (result)
+        pushValue(result);
+}
+
+// ---- streval
+// -------------------------------------------------------------------------------------
+
+void evaluateText(ExprNode *node) {
+    Operand operand(node->left, Operand::CONTENTS);
+    if (!operand)
+        return;
+    const auto *text = static_cast<const char *>(pointerOf(operand.get()));
+    if (text) {
+        evalText(text, TEXT_OF_SCRIPT);
+    } else {
+        fputs("Invalid argument for streval()\n", stderr);
+        pushScalar(0);
+    }
+}
+
+}  // namespace zy
