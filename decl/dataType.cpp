@@ -89,10 +89,6 @@ DataType checkStep(int from, DataType to) {
 
 // ---- The compatibility check ------------------------------------------------------------------
 
-bool isMotionPosition(int type) {
-    return type == DT_TRANS || type == DT_FRAME || type == DT_JOINT || type == DT_ACTUATOR;
-}
-
 bool areCompatible(int expected, int found) {
     if (isScalarNumeric(expected) && (isScalarNumeric(found) || found == DT_NULL))
         return true;

@@ -32,6 +32,9 @@ constexpr bool isStringLike(int type) {
 constexpr bool isArray(int type) {
     return type == DT_CARRAY || type == DT_P_CARRAY || type == DT_P_ARRAY || type == DT_ARRAY;
 }
+constexpr bool isMotionPosition(int type) {
+    return type == DT_TRANS || type == DT_FRAME || type == DT_JOINT || type == DT_ACTUATOR;
+}
 
 // 0 for a base type, 1 to 3 for the pointer bands.
 int pointerDepth(int type);

@@ -17,11 +17,7 @@ ExprNode *convertTree(ExprNode *tree, int expected);
 
 void checkCast(const ExprNode *castNode, ExprNode *operand);
 
-// The guard of `=` and of initialisers. The classes are what treeType gives, the types those of
-// the elements or scalars.
-void checkAssignment(ExprNode *left, int leftClass, int leftType, ExprNode *right, int rightClass,
-                     int rightType, bool isMember);
-// The same with everything asked of the trees.
+// The guard of `=`.
 void checkAssignment(ExprNode *left, ExprNode *right);
 // The guard of an initialiser: as of an assignment, but a pointer takes constants by the rules of
 // convertTree.
