@@ -189,11 +189,17 @@ bool needsCast(const ExprNode *left, const ExprNode *right) {
 
 bool isStreval(const ExprNode *tree) { return isOperator(tree) && tree->op == OP_STREVAL; }
 
-ExprNode *bindAssignment(ExprNode *node) {
-    if (!isLvalue(node->left, true)) {
+// Says why the left side can't be assigned to, unless that has been said.
+bool isTarget(const ExprNode *left) {
+    int answer = isLvalue(left, true);
+    if (answer == LVALUE_NOT)
         parseError("invalid lvalue of assignment operation");
+    return answer == LVALUE_YES || answer == LVALUE_UNDEFINED;
+}
+
+ExprNode *bindAssignment(ExprNode *node) {
+    if (!isTarget(node->left))
         return node;
-    }
     if (!node->right) {
         parseError("invalid rvalue of assignment operation");
         return node;
@@ -227,10 +233,8 @@ DataType compoundResult(const ExprNode *node) {
 }
 
 ExprNode *bindCompound(ExprNode *node) {
-    if (!isLvalue(node->left, true)) {
-        parseError("invalid lvalue of assignment operation");
+    if (!isTarget(node->left))
         return node;
-    }
     int code = selectBinary(plainOperator(node->op), arrayElementTypeOf(node->left),
                             arrayElementTypeOf(node->right));
     bool storable = code != OP_POINTER_DIFFERENCE && treeType(node->left) != DT_CARRAY;

@@ -202,9 +202,8 @@ TEST_F(Select, ConstRulesOfLvalues) {
               "ERROR: invalid lvalue of assignment operation\n");
     EXPECT_EQ(refusal(OP_ASSIGN, bind(OP_INDIRECTION, leaf(cells)), number(1)), "");
     TypeInfo *grid = variable("grid", DT_INT, KIND_C_ARRAY, {3, 4});
-    EXPECT_EQ(refusal(OP_ASSIGN, bind(OP_INDIRECTION, leaf(grid)), number(1)).substr(0, 67),
-              "ERROR: using array name as a pointer in lvalue of an assigment\n"
-              "ERRO");
+    EXPECT_EQ(refusal(OP_ASSIGN, bind(OP_INDIRECTION, leaf(grid)), number(1)),
+              "ERROR: using array name as a pointer in lvalue of an assigment\n");
     EXPECT_EQ(refusal(OP_ASSIGN, number(1), number(1)),
               "ERROR: invalid lvalue of assignment operation\n");
     EXPECT_EQ(refusal(OP_ASSIGN, v(DT_INT)), "ERROR: invalid rvalue of assignment operation\n");
