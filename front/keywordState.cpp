@@ -16,7 +16,7 @@ KeywordEntry *assignKeyword;
 KeywordEntry *shiftLeftKeyword;
 KeywordEntry *shiftRightKeyword;
 
-FoldedNames foldedNames = FoldedNames::NONE;
+uint32_t foldedNames;
 
 AliasEntry *aliasTable[BUCKET_COUNT];
 

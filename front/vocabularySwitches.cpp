@@ -2,7 +2,7 @@
 
 #include <cfloat>
 #include <climits>
-#include <initializer_list>
+#include <iterator>
 #include <limits>
 
 #include "expr/constants.h"
@@ -14,6 +14,8 @@
 namespace zy {
 
 namespace {
+
+enum class Form { STATEMENT, PRAGMA };
 
 // ---- Names without capital letters
 // -----------------------------------------------------------------
@@ -50,6 +52,7 @@ constexpr FoldedConstant foldedConstants[] = {
     {{"dualinf", DT_DUAL, {.pair = {canonicalInf, canonicalInf}}}, true},
 };
 
+// The statement adds the first alone.
 constexpr const char *foldedWords[] = {"file", "_file"};
 
 // The symbol that an earlier turn of the switch has made; NULL if there was none, or if the script
@@ -61,16 +64,15 @@ TypeInfo *knownSymbol(const NameEntry *name) {
     return nullptr;
 }
 
-// A name that the script has declared stays the script's.
-void bindFolded(const PredefinedConstant &constant) {
+// Binds the name; false for one that the script has declared, which stays the script's.
+bool bindFolded(const PredefinedConstant &constant) {
     NameEntry *name = lookupName(constant.name);
     if (name && name->symbol)
-        return;
+        return false;
     TypeInfo *known = name ? knownSymbol(name) : nullptr;
     if (known)
         name->symbol = known;
-    else
-        addPredefinedConstant(constant);
+    return known || addPredefinedConstant(constant);
 }
 
 // Only the name is cleared: expressions that are parsed already hold the constant.
@@ -80,32 +82,34 @@ void unbindFolded(const PredefinedConstant &constant) {
         name->symbol = nullptr;
 }
 
-void addFoldedWord(const char *word) {
-    if (!keywordNamed(word))
-        addKeyword(KC_TYPE, word, DT_FILE);
+bool addFoldedWord(const char *word) {
+    return !keywordNamed(word) && addKeyword(KC_TYPE, word, DT_FILE);
 }
 
-void addFoldedNames(FoldedNames form) {
-    bool pragma = form == FoldedNames::OF_PRAGMA;
-    addFoldedWord("file");
-    if (pragma)
-        addFoldedWord("_file");
-    for (const FoldedConstant &row : foldedConstants)
-        if (row.inPragma || !pragma)
-            bindFolded(row.constant);
-    foldedNames = form;
+constexpr uint32_t bitOf(size_t row) { return uint32_t{1} << row; }
+constexpr size_t FIRST_CONSTANT = std::size(foldedWords);
+static_assert(FIRST_CONSTANT + std::size(foldedConstants) <= 32);
+
+void addFoldedNames(Form form) {
+    bool isPragma = form == Form::PRAGMA;
+    for (size_t i = 0; i < FIRST_CONSTANT; i++)
+        if ((isPragma || i == 0) && addFoldedWord(foldedWords[i]))
+            foldedNames |= bitOf(i);
+    for (size_t i = 0; i < std::size(foldedConstants); i++)
+        if ((!isPragma || foldedConstants[i].inPragma) && bindFolded(foldedConstants[i].constant))
+            foldedNames |= bitOf(FIRST_CONSTANT + i);
 }
 
+// Takes back what was added, by whatever form.
 void removeFoldedNames() {
-    if (foldedNames == FoldedNames::NONE)
-        return;
     removeFoldedWords(keywordTable);
-    for (const FoldedConstant &row : foldedConstants)
-        unbindFolded(row.constant);
-    foldedNames = FoldedNames::NONE;
+    for (size_t i = 0; i < std::size(foldedConstants); i++)
+        if (foldedNames & bitOf(FIRST_CONSTANT + i))
+            unbindFolded(foldedConstants[i].constant);
+    foldedNames = 0;
 }
 
-void setCaseSensitive(bool sensitive, FoldedNames form) {
+void setCaseSensitive(bool sensitive, Form form) {
     if (sensitive == (caseSensitive != 0))
         return;
     caseSensitive = sensitive;
@@ -169,13 +173,13 @@ Value *casesenStatement() {
     int number;
     if (!readCasesen(false, number))
         return nullptr;
-    setCaseSensitive(number != 0, FoldedNames::OF_STATEMENT);
+    setCaseSensitive(number != 0, Form::STATEMENT);
     return operandOfSwitch(number);
 }
 
 void pragmaCasesen() {
     if (int number; readCasesen(true, number))
-        setCaseSensitive(number != 0, FoldedNames::OF_PRAGMA);
+        setCaseSensitive(number != 0, Form::PRAGMA);
 }
 
 Value *floatconstStatement() {
@@ -200,10 +204,9 @@ void foldName(char *name) {
 }
 
 void removeFoldedWords(KeywordEntry **table) {
-    if (foldedNames == FoldedNames::NONE)
-        return;
-    for (const char *word : foldedWords)
-        removeKeyword(word, nameHash(word), table);
+    for (size_t i = 0; i < FIRST_CONSTANT; i++)
+        if (foldedNames & bitOf(i))
+            removeKeyword(foldedWords[i], nameHash(foldedWords[i]), table);
 }
 
 void resetVocabularySwitches() {

@@ -21,13 +21,9 @@ void pragmaFloatconst();
 // Lowers the letters of a name while case doesn't count, as the lexer does.
 void foldName(char *name);
 
-// The words and constants that stand in for those with capital letters while case doesn't count.
-enum class FoldedNames : unsigned char {
-    NONE,
-    OF_STATEMENT,  // added by the statement
-    OF_PRAGMA,     // by the pragma, which adds fewer
-};
-extern FoldedNames foldedNames;
+// Which of the words and constants are added that stand in for those with capital letters while
+// case doesn't count: a bit for each.
+extern uint32_t foldedNames;
 
 // Takes these words out of a table that is to last longer than they do.
 void removeFoldedWords(KeywordEntry **table);

@@ -302,6 +302,7 @@ TEST_F(SwitchTest, AScriptsOwnNameIsLeftToIt) {
     run(pragmaCasesen, "(0)");
     EXPECT_EQ(symbolNamed("nan"), own);
     resetVocabularySwitches();
+    EXPECT_EQ(symbolNamed("nan"), own);
     EXPECT_EQ(symbolNamed("inf"), nullptr);
     EXPECT_EQ(caseSensitive, 1);
 }
