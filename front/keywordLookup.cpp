@@ -1,12 +1,10 @@
 // The lexer's look-up. What makes it more than a search are the soft words: the names of built-in
 // functions, which are keywords only where they are called, so that a script may use them as names.
 
-#include <cctype>
 #include <cstdio>
 #include <cstring>
 
-#include "front/lexer.h"
-#include "front/lexerState.h"
+#include "front/lexerParts.h"
 #include "front/tokens.h"
 #include "instance/report.h"
 
@@ -53,8 +51,7 @@ bool isCalled(const char *word) {
     if (next == '(')
         return true;
     // A text follows: fprintf stdout << TEXT.
-    bool nameFollows = isalpha(static_cast<unsigned char>(next)) || next == '_';
-    return nameFollows && strcmp(word, "fprintf") == 0;
+    return classOf(next) & CC_LETTER && strcmp(word, "fprintf") == 0;
 }
 
 }  // namespace

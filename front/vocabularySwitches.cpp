@@ -17,8 +17,7 @@ namespace {
 
 enum class Form { STATEMENT, PRAGMA };
 
-// ---- Names without capital letters
-// -----------------------------------------------------------------
+// ---- Names without capital letters ------------------------------------------------------------
 
 struct FoldedConstant {
     PredefinedConstant constant;
@@ -119,8 +118,7 @@ void setCaseSensitive(bool sensitive, Form form) {
         addFoldedNames(form);
 }
 
-// ---- Arguments
-// -------------------------------------------------------------------------------------
+// ---- Arguments --------------------------------------------------------------------------------
 
 // The current token as an int: a numeric literal, or the name of a scalar constant.
 bool tokenToInt(int &number) {

@@ -179,8 +179,7 @@ TEST_F(BuiltinsTest, TheEnvironmentConstantFollowsTheProcess) {
     EXPECT_TRUE(holds("ZY_BUILTINS_TEST=1"));
 }
 
-// ---- The switches
-// -----------------------------------------------------------------------------------
+// ---- The switches -----------------------------------------------------------------------------
 
 namespace {
 
