@@ -3,8 +3,6 @@
 #include "expr/calls.h"
 #include "expr/evaluator.h"
 #include "expr/scope.h"
-#include "expr/thread.h"
-#include "expr/typeQueries.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -18,9 +16,6 @@ ZY_PENDING int evalText(const char *, int) {
     runError("undefined operation");
     return -1;
 }
-ZY_PENDING DataType treeType(const ExprNode *) { return DT_VOID; }
-ZY_PENDING StructInfo *structInfoOf(const ExprNode *) { return nullptr; }
-ZY_PENDING BranchChains branchChainsOf(const ExprNode *) { return {}; }
 ZY_PENDING void fetchVariable(TypeInfo *, int) { runError("undefined operation"); }
 ZY_PENDING Value *derefValue(Value *) { return newZeroValue(DT_INT); }
 ZY_PENDING VarCell *findVarCell(TypeInfo *symbol) { return symbol->storageCell; }

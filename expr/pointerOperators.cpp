@@ -126,16 +126,9 @@ Value *addressOf(ExprNode *inner) {
     return nullptr;
 }
 
-// The operand stands behind the node and isn't run; a second address node closes the operation.
+// The operand is not run; what leads to it, subscripts and pointers, lies on the stack.
 void addressOperator(ExprNode *node) {
-    ExecContext *context = currentContext;
-    ExprNode *inner = node->next;
-    Value *address = inner ? addressOf(inner) : nullptr;
-    ExprNode *closing = inner ? inner->next : nullptr;
-    if (closing && closing->kind == NODE_OPERATOR && closing->op == OP_ADDRESS)
-        context->chain = closing;
-    else
-        runError("something is wrong in address operation &");
+    Value *address = addressOf(node->left);
     if (!address)
         address = newZeroValue(DT_P_VOID);
     if (address)
@@ -144,14 +137,12 @@ void addressOperator(ExprNode *node) {
 
 // ---- Elements -----------------------------------------------------------------------------------
 
-// The variable stands behind the node, where nothing reads it.
 void arrayReference(ExprNode *node) {
     TypeInfo *symbol = variableOf(node->left);
     if (!symbol) {
         undefinedOperation(node);
         return;
     }
-    currentContext->chain = node->next;
     fetchVariable(symbol, node->op);
 }
 

@@ -67,11 +67,32 @@ void assignPlain(ExprNode *node) {
         assignAny(node);
 }
 
+// Numbers of another type are not cast before they are stored, since the store has its own rules
+// for special values. The value of the assignment is the number that the target then has.
+void assignConverted(ExprNode *node) {
+    assignAny(node);
+    int type = treeType(node->left);
+    Value *value = currentContext->stack;
+    if (!value || static_cast<int>(value->type) == type || !isScalarNumeric(value->type))
+        return;
+    if (TypeInfo *symbol = variableOf(node->left)) {
+        deleteValue(popValue());
+        fetchVariable(symbol, 0);
+    } else {
+        convertScalar(value, type);
+    }
+}
+
+bool isConverting(const ExprNode *node) {
+    int target = treeType(node->left), source = treeType(node->right);
+    return target != source && isScalarNumeric(target) && isScalarNumeric(source);
+}
+
 }  // namespace
 
 void assignOperator(ExprNode *node) {
     bool plain = isPlainTarget(node->left) && !standsInPlace(node->right);
-    node->routine = plain ? assignPlain : assignAny;
+    node->routine = isConverting(node) ? assignConverted : plain ? assignPlain : assignAny;
     node->routine(node);
 }
 
