@@ -43,7 +43,6 @@ TEST_F(Select, TypesOfOperators) {
     EXPECT_EQ(typesOf(bind(OP_PLUS, v(DT_INT), v(DT_P_INT))),
               "pointer to int / pointer to int / pointer to int");
     EXPECT_EQ(typesOf(bind(OP_POSTFIX_INCREMENT, v(DT_CHAR))), "char / char / char");
-    EXPECT_EQ(typesOf(nullptr == nullptr ? constant(DT_VOID) : nullptr), "void / void / void");
     EXPECT_EQ(treeType(nullptr), DT_VOID);
 }
 
