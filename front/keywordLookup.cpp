@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "front/keywordTable.h"
 #include "front/lexerParts.h"
 #include "front/tokens.h"
 #include "instance/report.h"
@@ -58,6 +59,8 @@ bool isCalled(const char *word) {
 
 KeywordEntry *findKeyword(const char *text, uint16_t hash, int length) {
     linePos = static_cast<int16_t>(linePos + length);
+    if (!keywordHashes.test(hash % KEYWORD_HASHES))
+        return nullptr;
     KeywordEntry **bucket = &keywordTable[bucketOf(*text)];
     KeywordEntry *row = firstMatch(*bucket, text, hash, length);
     if (!row || !row->soft)

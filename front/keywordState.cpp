@@ -11,6 +11,7 @@ KeywordEntry *keywordSnapshot[BUCKET_COUNT];
 KeywordEntry *shadowedKeywords;
 KeywordEntry *retiredKeywords;
 char removedWord[1];
+std::bitset<KEYWORD_HASHES> keywordHashes;
 
 KeywordEntry *assignKeyword;
 KeywordEntry *shiftLeftKeyword;

@@ -1,6 +1,8 @@
 // What the sources of the keyword table share among themselves.
 #pragma once
 
+#include <bitset>
+
 #include "front/tokens.h"
 
 namespace zy {
@@ -19,6 +21,11 @@ extern KeywordEntry *shadowedKeywords;
 extern KeywordEntry *retiredKeywords;
 // The text of the current token once its row is gone: empty.
 extern char removedWord[1];
+
+// The hashes that rows have or have had, cut to a few bits: most names are told from keywords by
+// them, without a walk through a bucket.
+constexpr int KEYWORD_HASHES = 4096;
+extern std::bitset<KEYWORD_HASHES> keywordHashes;
 
 // The row of a word in the initial vocabulary; NULL if it isn't in it.
 const VocabularyRow *vocabularyRow(const char *word);

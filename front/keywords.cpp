@@ -33,6 +33,7 @@ KeywordEntry *newRow(const char *name, uint16_t hash, KeywordClass keywordClass,
         plainError("cannot allocate memory for keywords");
     if (row)
         *row = {nullptr, hash, soft, text, keywordClass, code};
+    keywordHashes.set(hash % KEYWORD_HASHES);
     return row;
 }
 

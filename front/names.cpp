@@ -2,8 +2,10 @@
 
 #include "front/names.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "expr/value.h"
 
@@ -19,6 +21,13 @@ NameEntry *findName(const char *text, Matches matches) {
     return entry;
 }
 
+// Sums of characters are alike in names that are counted on, so the first two take part.
+NameEntry *&indexed(const char *text, uint16_t hash) {
+    unsigned second = *text ? static_cast<unsigned char>(text[1]) : 0;
+    unsigned place = hash + static_cast<unsigned char>(*text) * 37U + second * 101U;
+    return nameIndex[place % NAME_INDEX_SIZE];
+}
+
 void linkName(NameEntry *entry) {
     NameEntry *&head = nameTable[bucketOf(*entry->text)];
     entry->prev = nullptr;
@@ -26,12 +35,15 @@ void linkName(NameEntry *entry) {
     if (head)
         head->prev = entry;
     head = entry;
+    indexed(entry->text, entry->hash) = entry;
 }
 
 void unlinkName(NameEntry *entry, NameEntry *&head) {
     (entry->prev ? entry->prev->next : head) = entry->next;
     if (entry->next)
         entry->next->prev = entry->prev;
+    if (NameEntry *&known = indexed(entry->text, entry->hash); known == entry)
+        known = nullptr;
 }
 
 void releaseName(NameEntry *entry) {
@@ -51,9 +63,16 @@ void releaseNameList(NameEntry *&head) {
 NameEntry *lookupName(const char *text) { return lookupHashedName(text, nameHash(text)); }
 
 NameEntry *lookupHashedName(const char *text, uint16_t hash) {
-    return findName(text, [=](const NameEntry *entry) {
+    auto matches = [=](const NameEntry *entry) {
         return entry->hash == hash && strcmp(entry->text, text) == 0;
-    });
+    };
+    NameEntry *&known = indexed(text, hash);
+    if (known && matches(known))
+        return known;
+    NameEntry *entry = findName(text, matches);
+    if (entry)
+        known = entry;
+    return entry;
 }
 
 NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length) {
@@ -85,6 +104,7 @@ void removeName(const char *text) {
 void releaseNames() {
     for (NameEntry *&bucket : nameTable)
         releaseNameList(bucket);
+    std::fill(std::begin(nameIndex), std::end(nameIndex), nullptr);
     releaseNameList(pendingNames);
     releaseNameList(fileStaticNames);
 }

@@ -19,6 +19,9 @@ struct NameEntry {
 };
 
 extern NameEntry *nameTable[BUCKET_COUNT];
+// The entry that a look-up last found for some spellings: a bucket of a large program is long.
+constexpr int NAME_INDEX_SIZE = 4096;
+extern NameEntry *nameIndex[NAME_INDEX_SIZE];
 extern NameEntry *pendingNames;  // see hideFileNames()
 extern NameEntry *fileStaticNames;
 

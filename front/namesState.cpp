@@ -5,6 +5,7 @@
 namespace zy {
 
 NameEntry *nameTable[BUCKET_COUNT];
+NameEntry *nameIndex[NAME_INDEX_SIZE];
 NameEntry *pendingNames;
 NameEntry *fileStaticNames;
 
