@@ -286,12 +286,14 @@ void printConstant(const Value *value) {
 
 void tokenContext() {
     if (!endOfInput) {
-        fputs(" before ", stderr);
         switch (tokenClass) {
-            case TK_KEYWORD: fprintf(stderr, "'%s'", currentKeyword.name); break;
-            case TK_IDENTIFIER: fprintf(stderr, "'%s'", tokenValue.name->text); break;
-            case TK_CONSTANT: printConstant(tokenValue.constant); break;
-            case TK_CHAR: fprintf(stderr, "'%c'", tokenValue.character); break;
+            case TK_KEYWORD: fprintf(stderr, " before '%s'", currentKeyword.name); break;
+            case TK_IDENTIFIER: fprintf(stderr, " before '%s'", tokenValue.name->text); break;
+            case TK_CHAR: fprintf(stderr, " before '%c'", tokenValue.character); break;
+            case TK_CONSTANT:
+                fputs(" before ", stderr);
+                printConstant(tokenValue.constant);
+                break;
         }
     }
     fputc('\n', stderr);
