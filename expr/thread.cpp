@@ -321,8 +321,10 @@ void ChainBuilder::target(const ExprNode *tree) {
     }
 }
 
-// Variables and the names of types always run, since operandOf() takes them from the stack. Of a
-// list the last item runs first.
+// operandOf() takes variables and the names of types from the stack.
+bool isEvaluated(const ExprNode *leaf) { return leaf->type == DT_NAME || leaf->type == DT_TAG; }
+
+// Of a list the last item runs first.
 void ChainBuilder::put(Waiting next) {
     ExprNode *tree = next.tree;
     if (!tree)
@@ -333,7 +335,7 @@ void ChainBuilder::put(Waiting next) {
     else if (tree->kind == NODE_LIST)
         for (ExprNode *cell = tree; cell; cell = cell->next)
             waiting.push_back({cell->item, next.keepConstants});
-    else if (next.keepConstants || tree->type == DT_NAME || tree->type == DT_TAG)
+    else if (tree->kind == NODE_VALUE && (next.keepConstants || isEvaluated(tree)))
         emit(tree);
     std::reverse(waiting.begin() + mark, waiting.end());
 }
