@@ -1,8 +1,13 @@
+// Records of declarations and who releases what: a TypeInfo owns its ArrayInfo and FuncInfo, a tag
+// its StructInfo.
+
 #include "decl/typeInfo.h"
 
 #include <cstdlib>
 
+#include "decl/structInfo.h"
 #include "expr/nodes.h"
+#include "expr/scope.h"
 
 namespace zy {
 
@@ -16,11 +21,43 @@ TypeInfo *newTypeInfo() {
     return info;
 }
 
+namespace {
+
+// The members of an enum are declarations of its block.
+void releaseTagOf(const TypeInfo *info) {
+    bool isTag = info->dataType == DT_TAG || info->dataType == DT_ENUM;
+    StructInfo *aggregate = info->structLink;
+    if (!isTag || !aggregate || aggregate->tag != info)
+        return;
+    if (aggregate->aggregateKind == AGGREGATE_ENUM)
+        aggregate->members = nullptr;
+    deleteNode(aggregate);
+}
+
+bool ownsStaticCell(const TypeInfo *info) {
+    bool isMember = info->context == CONTEXT_MEMBER || info->context == CONTEXT_UNION_MEMBER;
+    return info->storage == STORAGE_STATIC && info->storageCell &&
+           (isMember || info->level > FILE_LEVEL);
+}
+
+}  // namespace
+
 void releaseTypeInfo(TypeInfo *info) {
+    releaseTagOf(info);
     deleteNode(info->arrayLink);
     deleteNode(info->pointerFunction);
     deleteNode(info->functionLink);  // or the constant
+    if (ownsStaticCell(info))
+        killEntry(info->storageCell);
     free(info);
+}
+
+void releaseTypeInfoList(TypeInfo *list) {
+    while (list) {
+        TypeInfo *next = list->next;
+        releaseTypeInfo(list);
+        list = next;
+    }
 }
 
 DataType dataTypeOf(const TypeInfo *info) {

@@ -6,11 +6,20 @@
 // pointers to char are kept apart (keepText). Neither a long list nor a deep tree costs stack here.
 #pragma once
 
+#include <cstring>
+
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
 #include "decl/structInfo.h"
 
 namespace zy {
+
+// The kind of a record of the shared format, whichever view its maker has of it.
+inline uint32_t recordKindOf(const void *record) {
+    uint32_t kind;
+    memcpy(&kind, static_cast<const char *>(record) + offsetof(ExprNode, kind), sizeof kind);
+    return kind;
+}
 
 // An operator without operands.
 ExprNode *newOperatorNode(int code);

@@ -16,8 +16,5 @@ ZY_PENDING int evalText(const char *, int) {
     runError("undefined operation");
     return -1;
 }
-ZY_PENDING void fetchVariable(TypeInfo *, int) { runError("undefined operation"); }
-ZY_PENDING Value *derefValue(Value *) { return newZeroValue(DT_INT); }
-ZY_PENDING VarCell *findVarCell(TypeInfo *symbol) { return symbol->storageCell; }
 
 }  // namespace zy
