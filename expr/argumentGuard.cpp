@@ -141,18 +141,13 @@ void warnPointers(int type, int expected) {
         parseWarning("passed %s where %s is expected", dataTypeText(type), dataTypeText(expected));
 }
 
-// localtime() and gmtime() give a struct that no declaration names.
-bool isTimeResult(const ExprNode *actual) {
-    return isOperator(actual) && (actual->op == OP_LOCALTIME || actual->op == OP_GMTIME);
-}
-
 void checkPlainArgument(ExprNode *actual, const TypeInfo *formal) {
     int type = treeDataType(actual), expected = formal->dataType;
     if (areOfOneBand(type, expected))
         warnPointers(type, expected);
     else
         convertTree(actual, expected);
-    if (isAggregateType(type) && isAggregateType(expected) && !isTimeResult(actual))
+    if (isAggregateType(type) && isAggregateType(expected))
         checkSameAggregate(structInfoOf(actual), formal->structLink, type != DT_STRUCT);
 }
 

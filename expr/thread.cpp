@@ -1,5 +1,6 @@
-// Threading. A chain is built from its end: each step puts nodes in front of what follows, so an
-// operator comes first here and its operands are put before it, the one that runs first last.
+// Threading. A chain is built from its end: an operator is put in front of what follows, and then
+// its operands are put before it, the one that runs first last. What is still to be put there waits
+// on a list, so that a sum of ten thousand terms costs no stack.
 //
 // What threading adds to a tree hangs on it and is released with it: the copy of a target that is
 // read and written (`third` or `right` of its operator), the address of an argument passed by
@@ -7,7 +8,8 @@
 
 #include "expr/thread.h"
 
-#include <initializer_list>
+#include <algorithm>
+#include <vector>
 
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
@@ -21,64 +23,80 @@ namespace zy {
 
 namespace {
 
-ExprNode *emit(ExprNode *node, ExprNode *next) {
-    node->next = next;
-    node->routine = routineFor(node);
-    return node;
-}
+class ChainBuilder {
+public:
+    explicit ChainBuilder(ExprNode *next) : head(next) {}
 
-ExprNode *compileRead(ExprNode *tree, ExprNode *next) { return compileChain(tree, next, false); }
-ExprNode *compileKept(ExprNode *tree, ExprNode *next) { return compileChain(tree, next, true); }
+    // Puts a node in front of the chain.
+    void emit(ExprNode *node) {
+        node->next = head;
+        node->routine = routineFor(node);
+        head = node;
+    }
+    // Trees to put in front next, the nearest to the chain first. Their constants are read where
+    // they stand, or run as nodes.
+    void read(ExprNode *tree) { waiting.push_back({tree, false}); }
+    void keep(ExprNode *tree) { waiting.push_back({tree, true}); }
+    // The subscripts and pointers of an assignment's target.
+    void target(const ExprNode *tree);
 
-// The last item runs first.
-ExprNode *compileList(ExprNode *list, ExprNode *next, bool keepConstants) {
-    for (ExprNode *cell = list; cell; cell = cell->next)
-        next = compileChain(cell->item, next, keepConstants);
-    return next;
-}
+    ExprNode *finish();
 
-// Variables and the names of types are always evaluated, since operandOf() takes them from the
-// stack.
-ExprNode *compileOperand(ExprNode *leaf, ExprNode *next, bool keepConstants) {
-    bool isEvaluated = leaf->type == DT_NAME || leaf->type == DT_TAG;
-    return isEvaluated || keepConstants ? emit(leaf, next) : next;
-}
+private:
+    struct Waiting {
+        ExprNode *tree;
+        bool keepConstants;
+    };
+    void put(Waiting next);
+
+    ExprNode *head;
+    std::vector<Waiting> waiting;  // the next one is the last
+};
+
+using Threading = void (*)(ChainBuilder &chain, ExprNode *node);
 
 // ---- The plain orders
 // ----------------------------------------------------------------------------
 
-ExprNode *threadAll(ExprNode *node, ExprNode *next) {
-    next = emit(node, next);
-    for (ExprNode *operand : {node->left, node->right, node->third, node->fourth})
-        next = compileRead(operand, next);
-    return next;
+void threadAll(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->left);
+    chain.read(node->right);
+    chain.read(node->third);
+    chain.read(node->fourth);
 }
 
-ExprNode *threadAlone(ExprNode *node, ExprNode *next) { return emit(node, next); }
+void threadAlone(ChainBuilder &chain, ExprNode *node) { chain.emit(node); }
 
-ExprNode *threadLeft(ExprNode *node, ExprNode *next) {
-    return compileRead(node->left, emit(node, next));
+void threadLeft(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->left);
 }
 
-ExprNode *threadKeptLeft(ExprNode *node, ExprNode *next) {
-    return compileKept(node->left, emit(node, next));
+void threadKeptLeft(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.keep(node->left);
 }
 
-// A built-in without arguments has room for two that an evaluator of another kind puts there.
-ExprNode *threadWithoutArguments(ExprNode *node, ExprNode *next) {
-    return compileRead(node->fourth, compileRead(node->third, emit(node, next)));
+// A built-in without arguments: only what was added to it runs.
+void threadWithoutArguments(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->third);
+    chain.read(node->fourth);
 }
 
 // The one operator that runs from left to right.
-ExprNode *threadComma(ExprNode *node, ExprNode *next) {
-    return compileRead(node->left, compileRead(node->right, emit(node, next)));
+void threadComma(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->right);
+    chain.read(node->left);
 }
 
-ExprNode *threadSubscript(ExprNode *node, ExprNode *next) {
-    next = emit(node, next);
+void threadSubscript(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
     if (isOperator(node->left))
-        next = compileRead(node->left, next);
-    return compileKept(node->right, next);
+        chain.read(node->left);
+    chain.keep(node->right);
 }
 
 // ---- On demand
@@ -95,15 +113,15 @@ void keepBranches(ExprNode *node, ExprNode *first, ExprNode *second) {
     node->fourth->right = second;
 }
 
-ExprNode *threadShortCircuit(ExprNode *node, ExprNode *next) {
-    keepBranches(node, compileRead(node->right, nullptr), nullptr);
-    return threadLeft(node, next);
+void threadShortCircuit(ChainBuilder &chain, ExprNode *node) {
+    keepBranches(node, compileChain(node->right, nullptr, false), nullptr);
+    threadLeft(chain, node);
 }
 
-ExprNode *threadConditional(ExprNode *node, ExprNode *next) {
-    ExprNode *first = compileKept(node->right, nullptr);
-    keepBranches(node, first, compileKept(node->third, nullptr));
-    return threadLeft(node, next);
+void threadConditional(ChainBuilder &chain, ExprNode *node) {
+    ExprNode *first = compileChain(node->right, nullptr, true);
+    keepBranches(node, first, compileChain(node->third, nullptr, true));
+    threadLeft(chain, node);
 }
 
 // ---- Casts and new
@@ -129,63 +147,70 @@ bool hasRunTimeShape(const ExprNode *target) {
 }
 
 // What supplies the shape of the target runs before the operand.
-ExprNode *threadCast(ExprNode *node, ExprNode *next) {
-    next = compileRead(node->right, emit(node, next));
+void threadCast(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->right);
     if (ExprNode *bounds = boundsOfType(node->left))
-        return compileRead(bounds, next);
-    return hasRunTimeShape(node->left) ? compileRead(node->left, next) : next;
+        chain.read(bounds);
+    else if (hasRunTimeShape(node->left))
+        chain.read(node->left);
 }
 
-ExprNode *threadNew(ExprNode *node, ExprNode *next) {
-    next = emit(node, next);
-    if (isOperator(node->left))
-        return compileRead(node->left, next);
+void threadNew(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
     ExprNode *bounds = boundsOfType(node->left);
-    return compileRead(bounds ? bounds : node->right, next);
+    chain.read(isOperator(node->left) ? node->left : bounds ? bounds : node->right);
 }
 
-ExprNode *threadArrayBounds(ExprNode *node, ExprNode *next) {
+void threadArrayBounds(ChainBuilder &chain, ExprNode *node) {
     const TypeInfo *array = variableOf(node->left);
-    ExprNode *bounds = array && array->arrayLink ? array->arrayLink->bounds : nullptr;
-    return compileRead(bounds, emit(node, next));
+    chain.emit(node);
+    chain.read(array && array->arrayLink ? array->arrayLink->bounds : nullptr);
 }
 
 // ---- Assignment
 // ----------------------------------------------------------------------------------
 
-ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
+const ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
     if (!field)
         field = copyNode(target);
     return field;
 }
 
-ExprNode *threadAssign(ExprNode *node, ExprNode *next) {
-    return compileRead(node->right, threadAssignTarget(node->left, emit(node, next)));
+void threadAssign(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.target(node->left);
+    chain.read(node->right);
 }
 
 // The target is read and then written, so its subscripts run twice: those of the copy first.
-ExprNode *threadCompound(ExprNode *node, ExprNode *next) {
-    next = compileRead(node->right, compileRead(node->left, emit(node, next)));
-    return threadAssignTarget(copyOnce(node->third, node->left), next);
+void threadCompound(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->left);
+    chain.read(node->right);
+    chain.target(copyOnce(node->third, node->left));
 }
 
-ExprNode *threadIncrement(ExprNode *node, ExprNode *next) {
-    next = threadLeft(node, next);
-    return threadAssignTarget(copyOnce(node->right, node->left), next);
+void threadIncrement(ChainBuilder &chain, ExprNode *node) {
+    threadLeft(chain, node);
+    chain.target(copyOnce(node->right, node->left));
 }
 
-ExprNode *threadAddress(ExprNode *node, ExprNode *next) {
+bool isAddressable(const ExprNode *operand) {
+    if (!isOperator(operand))
+        return variableOf(operand);
+    int op = operand->op;
+    return isSubscript(op) || isMember(op) || isMotionElement(op) || isPart(op) ||
+           op == OP_INDIRECTION;
+}
+
+void threadAddress(ChainBuilder &chain, ExprNode *node) {
     if (node->right)
         parseError("address operation evaluation order error");
-    const ExprNode *operand = node->left;
-    bool isAddressable =
-        variableOf(operand) ||
-        (isOperator(operand) &&
-         (isSubscript(operand->op) || isMember(operand->op) || isMotionElement(operand->op) ||
-          operand->op == OP_INDIRECTION || isPart(operand->op)));
-    if (!isAddressable)
+    if (!isAddressable(node->left))
         parseError("invalid operand for address op & ");
-    return threadAssignTarget(node->left, emit(node, next));
+    chain.emit(node);
+    chain.target(node->left);
 }
 
 // ---- Calls
@@ -202,17 +227,17 @@ bool takesCell(const TypeInfo *formal) {
 
 // A plain variable is not read for such a formal: the call takes its cell. Of another lvalue the
 // value runs first and its address second, over a copy with subscripts of its own.
-ExprNode *threadArgument(ExprNode *actual, const TypeInfo *formal, ExprNode *next) {
+void threadArgument(ChainBuilder &chain, ExprNode *actual, const TypeInfo *formal) {
     if (formal && takesCell(formal) && variableOf(actual))
-        return next;
+        return;
     bool byAddress = formal && isReference(formal) && isOperator(actual) &&
                      isLvalue(actual, false) == LVALUE_YES;
     if (byAddress) {
         if (!actual->fourth)
             actual->fourth = newOperatorNode(OP_ADDRESS, copyNode(actual));
-        next = compileRead(actual->fourth, next);
+        chain.read(actual->fourth);
     }
-    return compileRead(actual, next);
+    chain.read(actual);
 }
 
 const TypeInfo *firstFormal(const FuncInfo *function) {
@@ -222,17 +247,16 @@ const TypeInfo *firstFormal(const FuncInfo *function) {
 }
 
 // The arguments, last first, then what gives the function, then the call.
-ExprNode *threadCall(ExprNode *node, ExprNode *next) {
-    next = emit(node, next);
+void threadCall(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
     if (isOperator(node->left))
-        next = compileRead(node->left, next);
+        chain.read(node->left);
     const TypeInfo *formal = firstFormal(calledFunction(node));
     for (ExprNode *cell = node->right; cell; cell = cell->next) {
-        next = threadArgument(cell->item, formal, next);
+        threadArgument(chain, cell->item, formal);
         if (formal)
             formal = formal->next;
     }
-    return next;
 }
 
 // ---- Dispatch
@@ -240,7 +264,7 @@ ExprNode *threadCall(ExprNode *node, ExprNode *next) {
 
 struct ThreadRow {
     int first, last;
-    ExprNode *(*thread)(ExprNode *node, ExprNode *next);
+    Threading thread;
 };
 // Of lvalues `left` alone is listed: their `fourth` may hold their address as an argument.
 constexpr ThreadRow threadRows[] = {
@@ -275,37 +299,69 @@ constexpr ThreadRow threadRows[] = {
     {OP_ELEMENT_DESTRUCTORS, OP_ELEMENT_DESTRUCTORS, threadAlone},
 };
 
-ExprNode *compileOperator(ExprNode *node, ExprNode *next) {
+Threading threadingOf(int op) {
     for (const ThreadRow &row : threadRows)
-        if (inRange(node->op, row.first, row.last))
-            return row.thread(node, next);
-    return threadAll(node, next);
+        if (inRange(op, row.first, row.last))
+            return row.thread;
+    return threadAll;
+}
+
+void ChainBuilder::target(const ExprNode *tree) {
+    if (!isOperator(tree))
+        return;
+    int op = tree->op;
+    if (isSubscript(op) || isMotionElement(op)) {
+        keep(tree->right);
+        if (isOperator(tree->left))
+            read(tree->left);
+    } else if (isPart(op)) {
+        target(tree->left);
+    } else if (op == OP_INDIRECTION || isMember(op)) {
+        keep(tree->left);
+    }
+}
+
+// operandOf() takes variables and the names of types from the stack.
+bool isEvaluated(const ExprNode *leaf) { return leaf->type == DT_NAME || leaf->type == DT_TAG; }
+
+// Of a list the last item runs first.
+void ChainBuilder::put(Waiting next) {
+    ExprNode *tree = next.tree;
+    if (!tree)
+        return;
+    size_t mark = waiting.size();
+    if (tree->kind == NODE_OPERATOR)
+        threadingOf(tree->op)(*this, tree);
+    else if (tree->kind == NODE_LIST)
+        for (ExprNode *cell = tree; cell; cell = cell->next)
+            waiting.push_back({cell->item, next.keepConstants});
+    else if (tree->kind == NODE_VALUE && (next.keepConstants || isEvaluated(tree)))
+        emit(tree);
+    std::reverse(waiting.begin() + mark, waiting.end());
+}
+
+ExprNode *ChainBuilder::finish() {
+    std::reverse(waiting.begin(), waiting.end());
+    while (!waiting.empty()) {
+        Waiting next = waiting.back();
+        waiting.pop_back();
+        put(next);
+    }
+    return head;
 }
 
 }  // namespace
 
 ExprNode *compileChain(ExprNode *tree, ExprNode *next, bool keepConstants) {
-    if (!tree)
-        return next;
-    switch (tree->kind) {
-        case NODE_OPERATOR: return compileOperator(tree, next);
-        case NODE_VALUE: return compileOperand(tree, next, keepConstants);
-        case NODE_LIST: return compileList(tree, next, keepConstants);
-        default: return next;
-    }
+    ChainBuilder chain(next);
+    keepConstants ? chain.keep(tree) : chain.read(tree);
+    return chain.finish();
 }
 
 ExprNode *threadAssignTarget(ExprNode *target, ExprNode *next) {
-    if (!isOperator(target))
-        return next;
-    int op = target->op;
-    if (isSubscript(op) || isMotionElement(op)) {
-        next = compileKept(target->right, next);
-        return isOperator(target->left) ? compileRead(target->left, next) : next;
-    }
-    if (isPart(op))
-        return threadAssignTarget(target->left, next);
-    return op == OP_INDIRECTION || isMember(op) ? compileKept(target->left, next) : next;
+    ChainBuilder chain(next);
+    chain.target(target);
+    return chain.finish();
 }
 
 BranchChains branchChainsOf(const ExprNode *node) {

@@ -1,6 +1,9 @@
 // The static types of trees. A code tells its result type by its range; what is left, and the
 // larger part of this file, are the structural operators and arrays. The shape of a C array is
 // followed as the number of dimensions not subscripted yet: each stands for a level of pointer.
+//
+// No query may ask the same question of an operand twice: in a deep tree the cost would double with
+// each level.
 
 #include "expr/typeQueries.h"
 
@@ -11,6 +14,7 @@
 #include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
 #include "expr/operators.h"
+#include "front/names.h"
 
 namespace zy {
 
@@ -106,10 +110,6 @@ int dimensionsOf(const ExprNode *tree) {
 
 // ---- Computational arrays ---------------------------------------------------------------------
 
-DataType wider(const ExprNode *first, const ExprNode *second) {
-    return std::max(treeDataType(first), treeDataType(second));
-}
-
 DataType partOf(int type) {
     bool isWide = type == DT_DCOMPLEX || type == DT_DDUAL;
     bool isNarrow = type == DT_COMPLEX || type == DT_DUAL;
@@ -131,7 +131,7 @@ DataType arrayResultElement(const ExprNode *node) {
         return operand;
     if (inRange(op, OP_SIN_ARRAY, OP_EXP_ARRAY) && op != OP_ATAN2_ARRAY)
         return std::max(operand, DT_FLOAT);
-    return std::max(wider(node->left, node->right), DT_INT);
+    return std::max({operand, treeDataType(node->right), DT_INT});
 }
 
 constexpr bool isArrayOperator(int op) {
@@ -139,6 +139,15 @@ constexpr bool isArrayOperator(int op) {
 }
 
 // ---- Structural operators -----------------------------------------------------------------------
+
+// A tree of that type in the sense of treeDataType.
+DataType asElement(DataType type, const ExprNode *tree) {
+    if (isComputational(type))
+        return elementTypeOf(tree);
+    if (isCArray(type) || type == DT_PP_CARRAY)
+        return raised(elementTypeOf(tree), std::max(1, dimensionsOf(tree)));
+    return type;
+}
 
 DataType subscriptType(const ExprNode *node) {
     if (node->op >= OP_SUBSCRIPT_PART1)
@@ -148,9 +157,10 @@ DataType subscriptType(const ExprNode *node) {
         isOperator(node->left) && !isMember(node->left->op) ? nullptr : declarationOf(node->left);
     if (array && isArray(dataTypeOf(array)))
         return lowered(array->dataType, pointerLevels);
-    if (isComputational(treeType(node->left)))
-        return lowered(elementTypeOf(node->left), pointerLevels);
-    return lowered(treeDataType(node->left), std::max(1, listLength(node->right)));
+    DataType type = treeType(node->left);
+    DataType element = asElement(type, node->left);
+    return lowered(element,
+                   isComputational(type) ? pointerLevels : std::max(1, listLength(node->right)));
 }
 
 DataType indirectionType(const ExprNode *node) {
@@ -159,15 +169,23 @@ DataType indirectionType(const ExprNode *node) {
     return bandBelow(treeDataType(node->left));
 }
 
+// A pointer beside a null pointer, the larger code otherwise.
 DataType conditionalType(const ExprNode *node) {
     DataType first = treeType(node->right), second = treeType(node->third);
-    if (isPointer(first) && isNullPointer(node->third))
+    if (isPointer(first) && (second == DT_NULL || isZeroConstant(node->third)))
         return first;
-    if (isPointer(second) && isNullPointer(node->right))
+    if (isPointer(second) && (first == DT_NULL || isZeroConstant(node->right)))
         return second;
-    if (first != second && !isComputational(first) && !isComputational(second))
-        return wider(node->right, node->third);
+    if (first != second && isCArray(first))
+        first = asElement(first, node->right);
+    else if (first != second && isCArray(second))
+        second = asElement(second, node->third);
     return std::max(first, second);
+}
+
+DataType pointerSumType(const ExprNode *node) {
+    DataType left = treeDataType(node->left);
+    return isPointer(left) ? left : treeDataType(node->right);
 }
 
 DataType newType(const ExprNode *node) {
@@ -185,7 +203,7 @@ DataType memberType(const ExprNode *node) {
 DataType operatorType(const ExprNode *node) {
     int op = node->op;
     if (isPointerSum(op))
-        return treeDataType(pointerOperand(node));
+        return pointerSumType(node);
     if (isSubscript(op))
         return subscriptType(node);
     if (isAssigning(op) || op == OP_CAST)
@@ -214,6 +232,16 @@ DataType variableType(const TypeInfo *variable) {
     return dataTypeOf(variable);
 }
 
+// The header of the time functions declares it; a variable of the same name hides it.
+StructInfo *structOfTime() {
+    for (const char *name : {"tm", "_zy_tm"}) {
+        const NameEntry *entry = lookupName(name);
+        if (entry && entry->symbol && entry->symbol->dataType == DT_TAG)
+            return entry->symbol->structLink;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 DataType treeType(const ExprNode *tree) {
@@ -229,21 +257,16 @@ DataType treeType(const ExprNode *tree) {
                                                            : tree->type);
 }
 
-DataType treeDataType(const ExprNode *tree) {
-    DataType type = treeType(tree);
-    if (isComputational(type))
-        return elementTypeOf(tree);
-    if (isCArray(type) || type == DT_PP_CARRAY)
-        return raised(elementTypeOf(tree), std::max(1, dimensionsOf(tree)));
-    return type;
-}
+DataType treeDataType(const ExprNode *tree) { return asElement(treeType(tree), tree); }
 
 DataType elementTypeOf(const ExprNode *tree) {
     if (isOperator(tree)) {
         if (isArrayOperator(tree->op))
             return arrayResultElement(tree);
         if (tree->op == OP_CONDITIONAL)
-            return wider(tree->right, tree->third);
+            return std::max(treeDataType(tree->right), treeDataType(tree->third));
+        if (tree->op == OP_COMMA)
+            return elementTypeOf(tree->right);
         if (tree->op == OP_CALL)
             return static_cast<DataType>(calledFunction(tree)->returnType);
     }
@@ -254,7 +277,7 @@ DataType elementTypeOf(const ExprNode *tree) {
 
 DataType arrayElementTypeOf(const ExprNode *tree) {
     DataType type = treeType(tree);
-    return isComputational(type) ? type : treeDataType(tree);
+    return isComputational(type) ? type : asElement(type, tree);
 }
 
 TypeInfo *declarationOf(const ExprNode *tree) {
@@ -277,6 +300,8 @@ const FuncInfo *calledFunction(const ExprNode *call) {
 StructInfo *structInfoOf(const ExprNode *tree) {
     if (!tree)
         return nullptr;
+    if (isOperator(tree) && (tree->op == OP_LOCALTIME || tree->op == OP_GMTIME))
+        return structOfTime();
     if (tree->kind == NODE_VALUE && tree->type == DT_TAG)
         return tree->payload2.structInfo;
     if (const TypeInfo *declaration = declarationOf(tree))
