@@ -73,11 +73,6 @@ protected:
         leaf->payload.symbol = &symbol;
         return leaf;
     }
-    static ExprNode *again(ExprNode *leaf, ChainTest &test) {
-        ExprNode *copy = test.node(NODE_VALUE);
-        *copy = *leaf;
-        return copy;
-    }
     static VarCell *cellOf(const ExprNode *leaf) { return leaf->payload.symbol->storageCell; }
 
     ExprNode *apply(int code, ExprNode *left, ExprNode *right = nullptr,
