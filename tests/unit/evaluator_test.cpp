@@ -196,6 +196,27 @@ TEST_F(EvaluatorTest, AssignmentOfItsOwnTypeStoresAndStays) {
     EXPECT_EQ(cellOf(y)->data.i, 5);
 }
 
+TEST_F(EvaluatorTest, TheValueOfAnAssignmentHasTheTargetsType) {
+    auto check = [&](auto target, auto source, auto expected) {
+        for (bool onStack : {false, true}) {
+            ExprNode *x = variable(number(target));
+            ExprNode *right = onStack ? variable(number(source)) : number(source);
+            Value *result = evaluate(apply(OP_ASSIGN, x, right));
+            EXPECT_EQ(result->type, cellOf(x)->type);
+            EXPECT_EQ(memcmp(&result->payload, &expected, sizeof expected), 0);
+            EXPECT_EQ(memcmp(&cellOf(x)->data, &expected, sizeof expected), 0);
+            EXPECT_EQ(result->next, nullptr);
+        }
+    };
+    check(0, 2.9, 2);
+    check(0, -1e10f, INT_MIN);
+    check(0, HUGE_VAL, INT_MIN);
+    check(0.0, 3, 3.0);
+    check(0.0, 0.5f, 0.5);
+    check(0.0f, 0.1, 0.1f);
+    check(0, 7, 7);
+}
+
 TEST_F(EvaluatorTest, CompoundAssignments) {
     auto check = [&](int code, auto target, auto operand, auto expected) {
         for (bool onStack : {false, true}) {
