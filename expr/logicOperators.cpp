@@ -122,19 +122,36 @@ void widen(ExprNode *chosen, ExprNode *other) {
     deleteValue(value);
 }
 
-}  // namespace
-
-void evalConditional(ExprNode *node) {
-    bool truth = false;
+// Runs the branch that the condition chooses; false if there was no condition.
+bool runBranch(ExprNode *node, bool &truth) {
     {
         Operand condition(node->left, Operand::CONTENTS);
         if (!condition)
-            return;
+            return false;
         truth = logicalValue(condition.get());
     }
     BranchChains chains = branchChainsOf(node);
     runNested(truth ? chains.first : chains.second);
-    widen(truth ? node->right : node->third, truth ? node->third : node->right);
+    return true;
+}
+
+void conditionalOfOneType(ExprNode *node) {
+    bool truth;
+    runBranch(node, truth);
+}
+
+void conditionalOfTwoTypes(ExprNode *node) {
+    bool truth;
+    if (runBranch(node, truth))
+        widen(truth ? node->right : node->third, truth ? node->third : node->right);
+}
+
+}  // namespace
+
+void evalConditional(ExprNode *node) {
+    bool same = treeType(node->right) == treeType(node->third);
+    node->routine = same ? conditionalOfOneType : conditionalOfTwoTypes;
+    node->routine(node);
 }
 
 }  // namespace zy

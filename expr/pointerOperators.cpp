@@ -126,9 +126,13 @@ Value *addressOf(ExprNode *inner) {
     return nullptr;
 }
 
-// The operand is not run; what leads to it, subscripts and pointers, lies on the stack.
+// The operand isn't run: only what its place is computed from has been.
 void addressOperator(ExprNode *node) {
-    Value *address = addressOf(node->left);
+    Value *address = nullptr;
+    if (node->left)
+        address = addressOf(node->left);
+    else
+        runError("something is wrong in address operation &");
     if (!address)
         address = newZeroValue(DT_P_VOID);
     if (address)
@@ -138,12 +142,10 @@ void addressOperator(ExprNode *node) {
 // ---- Elements -----------------------------------------------------------------------------------
 
 void arrayReference(ExprNode *node) {
-    TypeInfo *symbol = variableOf(node->left);
-    if (!symbol) {
+    if (TypeInfo *symbol = variableOf(node->left))
+        fetchVariable(symbol, node->op);
+    else
         undefinedOperation(node);
-        return;
-    }
-    fetchVariable(symbol, node->op);
 }
 
 }  // namespace zy

@@ -1,6 +1,8 @@
 // Operators that store: `=`, the compound assignments, increments and decrements. The store itself
 // is assignValue; a number that goes into a variable of its own type is stored here.
 
+#include <cmath>
+
 #include "expr/calls.h"
 #include "expr/compoundFamilies.h"
 #include "expr/evaluator.h"
@@ -58,15 +60,6 @@ void assignAny(ExprNode *node) {
         pushCopyOf(operandInPlace(node->right));
 }
 
-void assignPlain(ExprNode *node) {
-    Value *value = currentContext->stack;
-    VarCell *cell = value ? plainCell(node->left->payload.symbol, value) : nullptr;
-    if (cell) [[likely]]
-        cell->data = value->payload;
-    else
-        assignAny(node);
-}
-
 // Numbers of another type are not cast before they are stored, since the store has its own rules
 // for special values. The value of the assignment is the number that the target then has.
 void assignConverted(ExprNode *node) {
@@ -88,11 +81,59 @@ bool isConverting(const ExprNode *node) {
     return target != source && isScalarNumeric(target) && isScalarNumeric(source);
 }
 
+// A number into the type of its target, for the pairs in which the store has no rule of its own.
+bool convertPlain(Value *value, uint32_t type) {
+    if (value->type == type)
+        return true;
+    if (value->type != DT_INT && value->type != DT_DOUBLE && value->type != DT_FLOAT)
+        return false;
+    double number = readDouble(value);
+    switch (type) {
+        case DT_DOUBLE: setScalar(value, number); return true;
+        case DT_FLOAT: setScalar(value, static_cast<float>(number)); return true;
+        case DT_INT:
+            if (std::isnan(number))
+                return false;
+            setScalar(value, truncateToInt32(number));
+            return true;
+        default: return false;
+    }
+}
+
+void assignPlain(ExprNode *node) {
+    Value *value = topValue();
+    if (!value)
+        return;
+    TypeInfo *symbol = node->left->payload.symbol;
+    VarCell *cell = findVarCell(symbol);
+    if (cell->type == static_cast<uint32_t>(symbol->dataType) && convertPlain(value, cell->type))
+        cell->data = value->payload;
+    else
+        assignConverted(node);
+}
+
+void assignPlainConstant(ExprNode *node) {
+    ExecContext *context = currentContext;
+    pushCopyOf(operandInPlace(node->right));
+    TypeInfo *symbol = node->left->payload.symbol;
+    VarCell *cell = findVarCell(symbol);
+    if (cell->type == static_cast<uint32_t>(symbol->dataType) &&
+        convertPlain(context->stack, cell->type)) {
+        cell->data = context->stack->payload;
+    } else {
+        recycleValue(popValue());
+        assignConverted(node);
+    }
+}
+
 }  // namespace
 
 void assignOperator(ExprNode *node) {
-    bool plain = isPlainTarget(node->left) && !standsInPlace(node->right);
-    node->routine = isConverting(node) ? assignConverted : plain ? assignPlain : assignAny;
+    bool constant = standsInPlace(node->right);
+    if (isPlainTarget(node->left) && isReal(treeType(node->right)))
+        node->routine = constant ? assignPlainConstant : assignPlain;
+    else
+        node->routine = isConverting(node) ? assignConverted : assignAny;
     node->routine(node);
 }
 

@@ -13,6 +13,7 @@
 #include "expr/operators.h"
 #include "expr/routineChoice.h"
 #include "expr/scope.h"
+#include "expr/thread.h"
 #include "instance.h"
 #include "stmt/stmtNode.h"
 
@@ -73,11 +74,6 @@ protected:
         leaf->payload.symbol = &symbol;
         return leaf;
     }
-    static ExprNode *again(ExprNode *leaf, ChainTest &test) {
-        ExprNode *copy = test.node(NODE_VALUE);
-        *copy = *leaf;
-        return copy;
-    }
     static VarCell *cellOf(const ExprNode *leaf) { return leaf->payload.symbol->storageCell; }
 
     ExprNode *apply(int code, ExprNode *left, ExprNode *right = nullptr,
@@ -101,19 +97,6 @@ protected:
         *tail = nullptr;
         return head;
     }
-    // Operands before operators, the right one first.
-    void threadTree(ExprNode *tree, ExprNode **&tail) {
-        if (tree->kind == NODE_OPERATOR) {
-            for (ExprNode *operand : {tree->third, tree->right, tree->left})
-                if (operand)
-                    threadTree(operand, tail);
-        } else if (tree->type != DT_NAME) {
-            return;
-        }
-        *tail = tree;
-        tail = &tree->next;
-        tree->routine = routineFor(tree);
-    }
     // The value on the stack after the chain has run, still there; NULL if there is none.
     Value *run(ExprNode *chain) {
         currentContext->chain = chain;
@@ -122,10 +105,7 @@ protected:
     }
     Value *evaluate(ExprNode *tree) {
         clearValueStack();
-        ExprNode *head = nullptr, **tail = &head;
-        threadTree(tree, tail);
-        *tail = nullptr;
-        return run(head);
+        return run(compileChain(tree, nullptr, false));
     }
 
     StmtNode statement{};

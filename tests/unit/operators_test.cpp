@@ -1,62 +1,382 @@
-// The scalar operators, each with its operands in all four combinations of places.
+// The scalar operators: every family over its operand types, with the operands in all places, held
+// against what the same types give in this language, and the values at the edges by hand.
 
+#include <bit>
 #include <cmath>
 #include <limits>
 
 #include "chain.h"
+#include "decl/dataType.h"
+#include "expr/readers.h"
 
 namespace zy {
 
+namespace {
+
+template <class T>
+T resultAs(const Value *value) {
+    T number{};
+    memcpy(&number, &value->payload, sizeof number);
+    return number;
+}
+
+std::string shown(const Value *value) {
+    char text[80];
+    uint64_t bits = 0;
+    memcpy(&bits, &value->payload, sizeofType(value->type));
+    snprintf(text, sizeof text, "%s 0x%llx", dataTypeText(value->type),
+             static_cast<unsigned long long>(bits));
+    return text;
+}
+
+constexpr char positionOfWarning[] = "         at line 7 in file 'test.zy'\n";
+
+}  // namespace
+
 class OperatorTest : public ChainTest {
 protected:
-    // The result of a binary operator; the same wherever its operands stand.
+    // The result of a binary operator: the same wherever its operands stand, and one record.
     template <class A, class B>
     Value *binary(int code, A a, B b) {
-        Value first{};
+        std::string first;
         for (int places = 0; places < 4; places++) {
             ExprNode *left = number(a), *right = number(b);
             if (places & 1)
                 left = variable(left);
             if (places & 2)
                 right = variable(right);
-            clearValueStack();
-            int live = liveValueCount();
             ExprNode *tree = apply(code, left, right);
             for (int round = 0; round < 2; round++) {
+                clearValueStack();
+                int live = liveValueCount();
                 Value *result = evaluate(tree);
-                EXPECT_NE(result, nullptr);
-                EXPECT_EQ(result->next, nullptr);
+                EXPECT_TRUE(result && !result->next);
                 EXPECT_EQ(liveValueCount(), live + 1);
-                if (places == 0)
-                    first = *result;
-                EXPECT_EQ(result->type, first.type);
-                EXPECT_EQ(memcmp(&result->payload, &first.payload, 1), 0) << places;
+                if (first.empty())
+                    first = shown(result);
+                EXPECT_EQ(shown(result), first) << "operator " << code << ", places " << places;
             }
         }
         return currentContext->stack;
     }
     template <class A>
     Value *unary(int code, A a) {
-        evaluate(apply(code, number(a)));
-        clearValueStack();
-        return evaluate(apply(code, variable(number(a))));
+        std::string inPlace = shown(evaluate(apply(code, number(a))));
+        Value *onStack = evaluate(apply(code, variable(number(a))));
+        EXPECT_EQ(shown(onStack), inPlace);
+        return onStack;
+    }
+
+    // Codes against what a function of the same types gives, over values at the edges.
+    template <class T, class Result, class Expected>
+    void expectAll(int code, DataType type, Expected expected, bool zeroDivides = true) {
+        using Limits = std::numeric_limits<T>;
+        const T samples[] = {0,
+                             1,
+                             static_cast<T>(-1),
+                             7,
+                             Limits::lowest(),
+                             Limits::max(),
+                             static_cast<T>(Limits::max() / 2 + 1)};
+        for (T a : samples)
+            for (T b : samples) {
+                if (!zeroDivides && (b == 0 || b == static_cast<T>(-1)))
+                    continue;
+                Value *value = binary(code, a, b);
+                EXPECT_EQ(value->type, static_cast<unsigned>(type));
+                EXPECT_EQ(resultAs<Result>(value), static_cast<Result>(expected(a, b)))
+                    << "operator " << code << " of " << +a << " and " << +b;
+            }
     }
 };
 
-#define EXPECT_INT(value, expression)               \
-    do {                                            \
-        const Value *result_ = (expression);        \
-        EXPECT_EQ(result_->type, unsigned{DT_INT}); \
-        EXPECT_EQ(result_->payload.i, value);       \
-    } while (0)
+struct IntegerCodes {
+    int add, subtract, multiply, divide, modulo, bitOr, bitXor, bitAnd;
+};
 
-TEST_F(OperatorTest, IntegersWrapAround) {
-    EXPECT_INT(5, binary(OP_ADD_INT, 2, 3));
-    EXPECT_INT(INT_MIN, binary(OP_ADD_INT, INT_MAX, 1));
-    EXPECT_INT(INT_MAX, binary(OP_SUBTRACT_INT, INT_MIN, 1));
-    EXPECT_INT(1, binary(OP_MULTIPLY_INT, INT_MAX, INT_MAX));
-    EXPECT_INT(-2, binary(OP_SUBTRACT_UINT, 3u, 5u));
-    EXPECT_INT(-4, binary(OP_SUBTRACT_INT_UINT, -1, 3u));
+template <class T, class Difference>
+void checkIntegers(auto &test, const IntegerCodes &codes, DataType type, DataType difference) {
+    using U = std::make_unsigned_t<T>;
+    test.template expectAll<T, T>(codes.add, type, [](T a, T b) { return U(a) + U(b); });
+    test.template expectAll<T, Difference>(codes.subtract, difference,
+                                           [](T a, T b) { return U(a) - U(b); });
+    test.template expectAll<T, T>(codes.multiply, type, [](T a, T b) { return U(a) * U(b); });
+    test.template expectAll<T, T>(
+        codes.divide, type, [](T a, T b) { return a / b; }, false);
+    test.template expectAll<T, T>(
+        codes.modulo, type, [](T a, T b) { return a % b; }, false);
+    test.template expectAll<T, T>(codes.bitOr, type, [](T a, T b) { return a | b; });
+    test.template expectAll<T, T>(codes.bitXor, type, [](T a, T b) { return a ^ b; });
+    test.template expectAll<T, T>(codes.bitAnd, type, [](T a, T b) { return a & b; });
+}
+
+class IntegerOperatorTest : public OperatorTest {
+public:
+    using OperatorTest::expectAll;
+};
+
+TEST_F(IntegerOperatorTest, ArithmeticWrapsInEachWidth) {
+    checkIntegers<int, int>(*this, {57, 58, 62, 63, 64, 70, 71, 72}, DT_INT, DT_INT);
+    checkIntegers<unsigned, int>(*this, {207, 61, 208, 209, 210, 214, 215, 216}, DT_UINT, DT_INT);
+    checkIntegers<long long, long long>(*this, {223, 224, 230, 231, 232, 236, 237, 238}, DT_LLONG,
+                                        DT_LLONG);
+    checkIntegers<unsigned long long, long long>(*this, {239, 227, 241, 242, 243, 247, 248, 250},
+                                                 DT_ULLONG, DT_LLONG);
+}
+
+TEST_F(OperatorTest, MixedIntegersMeetInTheWidthOfTheCode) {
+    EXPECT_EQ(resultAs<int>(binary(OP_SUBTRACT_UINT_INT, 1u, -1)), 2);
+    EXPECT_EQ(resultAs<int>(binary(OP_SUBTRACT_INT_UINT, -1, 3u)), -4);
+    EXPECT_EQ(resultAs<long long>(binary(OP_SUBTRACT_ULLONG_LLONG, 1ull, -1ll)), 2);
+    EXPECT_EQ(resultAs<unsigned>(binary(OP_ADD_UINT, -1, 3'000'000'000u)), 2'999'999'999u);
+    EXPECT_EQ(resultAs<unsigned long long>(binary(OP_ADD_ULLONG, -1, 3u)), 2u);
+    EXPECT_EQ(resultAs<int>(binary(OP_ADD_INT, static_cast<signed char>(-100), short{-300})), -400);
+    EXPECT_EQ(resultAs<unsigned>(binary(OP_MODULO_UINT, -1, 10u)), 5u);
+    // 2^63 and beyond keep all their bits.
+    EXPECT_EQ(resultAs<long long>(binary(OP_ADD_LLONG, LLONG_MAX - 1, 1)), LLONG_MAX);
+}
+
+TEST_F(OperatorTest, DivisionByZeroWarnsAndGivesTheSameNumberInEachWidth) {
+    const std::string divide =
+        std::string("WARNING: integer divide by zero \n") + positionOfWarning;
+    const std::string modulo = std::string("WARNING: integer mod by zero \n") + positionOfWarning;
+    auto expectWarning = [&](int code, auto one, auto zero, const std::string &text) {
+        ExprNode *tree = apply(code, number(one), number(zero));
+        runStatus = RUN_CLEAN;
+        EXPECT_EQ(errorsOf([&] { evaluate(tree); }), text);
+        EXPECT_EQ(runStatus, RUN_WARNING);
+        EXPECT_EQ(resultAs<decltype(one)>(currentContext->stack), decltype(one){2139095040});
+        e_lang->warningLevel = 0;
+        EXPECT_EQ(errorsOf([&] { evaluate(tree); }), "");
+        EXPECT_EQ(resultAs<decltype(one)>(currentContext->stack), decltype(one){2139095040});
+        e_lang->warningLevel = 1;
+    };
+    expectWarning(OP_DIVIDE_INT, 1, 0, divide);
+    expectWarning(OP_DIVIDE_UINT, 1u, 0u, divide);
+    expectWarning(OP_DIVIDE_LLONG, 1ll, 0, divide);
+    expectWarning(OP_DIVIDE_ULLONG, 1ull, 0, divide);
+    expectWarning(OP_MODULO_INT, 1, 0, modulo);
+    expectWarning(OP_MODULO_UINT, 1u, 0u, modulo);
+    expectWarning(OP_MODULO_LLONG, 1ll, 0, modulo);
+    expectWarning(OP_MODULO_ULLONG, 1ull, 0, modulo);
+    runStatus = RUN_ERROR;
+    errorsOf([&] { evaluate(apply(OP_DIVIDE_INT, number(1), number(0))); });
+    EXPECT_EQ(runStatus, RUN_ERROR);
+}
+
+TEST_F(OperatorTest, TheSmallestByMinusOneWrapsAround) {
+    EXPECT_EQ(resultAs<int>(binary(OP_DIVIDE_INT, INT_MIN, -1)), INT_MIN);
+    EXPECT_EQ(resultAs<int>(binary(OP_MODULO_INT, INT_MIN, -1)), 0);
+    EXPECT_EQ(resultAs<long long>(binary(OP_DIVIDE_LLONG, LLONG_MIN, -1)), LLONG_MIN);
+    EXPECT_EQ(resultAs<long long>(binary(OP_MODULO_LLONG, LLONG_MIN, -1)), 0);
+    EXPECT_EQ(resultAs<int>(binary(OP_MODULO_INT, -7, 3)), -1);
+    EXPECT_EQ(resultAs<int>(binary(OP_DIVIDE_INT, -7, 3)), -2);
+}
+
+TEST_F(OperatorTest, Shifts) {
+    struct Row {
+        int code;
+        long long number;
+        int count;
+        long long expected;
+    };
+    for (Row row : std::initializer_list<Row>{
+             {OP_SHIFT_LEFT_INT, 1, 33, 2},
+             {OP_SHIFT_RIGHT_INT, 8, -1, 16},
+             {OP_SHIFT_LEFT_INT, 1, -1, 0},
+             {OP_SHIFT_RIGHT_INT, -8, 1, -4},
+             {OP_SHIFT_LEFT_INT, INT_MIN, 1, 0},
+             {OP_SHIFT_LEFT_INT, 5, INT_MIN, 5},
+             {OP_SHIFT_RIGHT_INT, -1, 32, -1},
+         })
+        EXPECT_EQ(resultAs<int>(binary(row.code, static_cast<int>(row.number), row.count)),
+                  row.expected)
+            << row.number << ", " << row.count;
+    EXPECT_EQ(resultAs<unsigned>(binary(OP_SHIFT_RIGHT_UINT, 0x80000000u, 31)), 1u);
+    EXPECT_EQ(resultAs<unsigned>(binary(OP_SHIFT_LEFT_UINT, 1u, 31.9)), 0x80000000u);
+    EXPECT_EQ(resultAs<long long>(binary(OP_SHIFT_LEFT_LLONG, 1ll, 65)), 2);
+    EXPECT_EQ(resultAs<long long>(binary(OP_SHIFT_RIGHT_LLONG, -2ll, 1)), -1);
+    EXPECT_EQ(resultAs<unsigned long long>(binary(OP_SHIFT_RIGHT_ULLONG, ~0ull, 63)), 1u);
+    EXPECT_EQ(resultAs<long long>(binary(OP_SHIFT_LEFT_LLONG, -1, 40)), -(1ll << 40));
+}
+
+TEST_F(OperatorTest, RealArithmeticFollowsTheHardware) {
+    EXPECT_EQ(resultAs<double>(binary(OP_ADD_DOUBLE, 2, 0.5)), 2.5);
+    EXPECT_EQ(resultAs<double>(binary(OP_SUBTRACT_DOUBLE, 0.5f, 2ll)), -1.5);
+    EXPECT_EQ(resultAs<double>(binary(OP_MULTIPLY_DOUBLE, 3u, 1e300)), 3e300);
+    EXPECT_EQ(resultAs<double>(binary(OP_ADD_DOUBLE, ~0ull, 0.0)), 0x1p64);
+    // Each operand is narrowed before a float operator computes.
+    EXPECT_EQ(resultAs<float>(binary(OP_ADD_FLOAT, 16777217, 1.0f)), 16777216.0f + 1.0f);
+    EXPECT_EQ(resultAs<float>(binary(OP_DIVIDE_FLOAT, 1.0f, 3)), 1.0f / 3.0f);
+    auto quiet = errorsOf([&] {
+        EXPECT_EQ(resultAs<double>(binary(OP_DIVIDE_DOUBLE, 1.0, 0)), HUGE_VAL);
+        EXPECT_EQ(resultAs<double>(binary(OP_DIVIDE_DOUBLE, -1.0, 0)), -HUGE_VAL);
+        EXPECT_TRUE(std::isnan(resultAs<double>(binary(OP_DIVIDE_DOUBLE, 0.0, 0))));
+        EXPECT_EQ(resultAs<float>(binary(OP_DIVIDE_FLOAT, 1.0f, 0)), HUGE_VALF);
+    });
+    EXPECT_EQ(quiet, "");
+    EXPECT_EQ(runStatus, RUN_CLEAN);
+}
+
+TEST_F(OperatorTest, UnaryOperatorsKeepTheirWidth) {
+    EXPECT_EQ(resultAs<signed char>(unary(OP_ONES_COMPLEMENT_CHAR, static_cast<signed char>(5))),
+              -6);
+    EXPECT_EQ(unary(OP_ONES_COMPLEMENT_UCHAR, static_cast<unsigned char>(5))->payload.uc, 250);
+    EXPECT_EQ(unary(OP_ONES_COMPLEMENT_SHORT, short{5})->type, unsigned{DT_SHORT});
+    EXPECT_EQ(unary(OP_ONES_COMPLEMENT_USHORT, static_cast<unsigned short>(5))->payload.us, 65530);
+    EXPECT_EQ(unary(OP_ONES_COMPLEMENT_ULLONG, 0ull)->payload.ull, ~0ull);
+    EXPECT_EQ(unary(OP_NEGATE_INT, INT_MIN)->payload.i, INT_MIN);
+    EXPECT_EQ(unary(OP_NEGATE_UINT, 1u)->type, unsigned{DT_INT});
+    EXPECT_EQ(unary(OP_NEGATE_ULLONG, 1ull)->payload.ll, -1);
+    EXPECT_TRUE(std::signbit(unary(OP_NEGATE_DOUBLE, 0.0)->payload.d));
+    EXPECT_FALSE(std::signbit(unary(OP_NEGATE_DOUBLE, -0.0)->payload.d));
+    EXPECT_EQ(unary(OP_NEGATE_FLOAT, HUGE_VALF)->payload.f, -HUGE_VALF);
+    double nan = std::bit_cast<double>(uint64_t{0x7FF8000000000000});
+    EXPECT_FALSE(std::signbit(unary(OP_NEGATE_DOUBLE, nan)->payload.d));
+    EXPECT_EQ(unary(OP_ABS_INT, -7.9)->payload.i, 7);
+    EXPECT_EQ(unary(OP_ABS_INT, INT_MIN)->payload.i, INT_MIN);
+}
+
+TEST_F(OperatorTest, FunctionalConversionsTruncate) {
+    EXPECT_EQ(resultAs<signed char>(unary(OP_TO_CHAR, 300.7)), 44);
+    EXPECT_EQ(unary(OP_TO_SHORT, -1.9)->payload.s, -1);
+    EXPECT_EQ(unary(OP_TO_INT, 1e10)->payload.i, INT_MIN);
+    EXPECT_EQ(unary(OP_TO_INT, HUGE_VAL)->payload.i, INT_MIN);
+    EXPECT_EQ(unary(OP_TO_INT, std::nan(""))->payload.i, INT_MIN);
+    EXPECT_EQ(unary(OP_TO_UINT, 3e9)->payload.u, 3'000'000'000u);
+    EXPECT_EQ(unary(OP_TO_FLOAT, 1)->payload.f, 1.0f);
+    EXPECT_EQ(unary(OP_TO_DOUBLE, 0.5f)->payload.d, 0.5);
+}
+
+TEST_F(OperatorTest, Extremes) {
+    ExprNode *list = node(NODE_LIST), *second = node(NODE_LIST), *third = node(NODE_LIST);
+    list->item = number(3);
+    second->item = number(-2.5);
+    third->item = number(9u);
+    list->next = second;
+    second->next = third;
+    for (auto [code, expected] : {std::pair{OP_MIN_INT, -2}, std::pair{OP_MAX_INT, 9}}) {
+        ExprNode *tree = node(NODE_OPERATOR);
+        tree->op = code;
+        tree->left = list;
+        EXPECT_EQ(run(thread({tree}))->payload.i, expected);
+        clearValueStack();
+    }
+}
+
+// ---- Comparisons --------------------------------------------------------------------------------
+
+// Codes of < <= >= > in a row, from `first`; the last one of the reals isn't next to the others.
+template <class T>
+void checkOrder(auto &test, int less, int lessEqual, int greaterEqual, int greater) {
+    test.template expectAll<T, int>(less, DT_INT, [](T a, T b) { return a < b; });
+    test.template expectAll<T, int>(lessEqual, DT_INT, [](T a, T b) { return a <= b; });
+    test.template expectAll<T, int>(greaterEqual, DT_INT, [](T a, T b) { return a >= b; });
+    test.template expectAll<T, int>(greater, DT_INT, [](T a, T b) { return a > b; });
+}
+
+TEST_F(IntegerOperatorTest, ComparisonsInEachWidth) {
+    checkOrder<signed char>(*this, 16, 17, 18, 19);
+    checkOrder<unsigned char>(*this, 20, 21, 22, 23);
+    checkOrder<short>(*this, 24, 25, 26, 27);
+    checkOrder<unsigned short>(*this, 28, 29, 30, 31);
+    checkOrder<int>(*this, 32, 33, 34, 35);
+    checkOrder<unsigned>(*this, 36, 37, 38, 39);
+    checkOrder<long long>(*this, 40, 41, 42, 43);
+    checkOrder<unsigned long long>(*this, 44, 45, 46, 47);
+    checkOrder<double>(*this, 10, 11, 13, 14);
+}
+
+TEST_F(OperatorTest, ComparisonsOfMixedOperands) {
+    EXPECT_EQ(binary(OP_GREATER_UINT, -1, 1u)->payload.i, 1);
+    EXPECT_EQ(binary(OP_LESS_LLONG, -1, 1ll)->payload.i, 1);
+    EXPECT_EQ(binary(OP_LESS_ULLONG, -1, 1ull)->payload.i, 0);
+    EXPECT_EQ(binary(OP_LESS_CHAR, static_cast<unsigned char>(200), static_cast<signed char>(1))
+                  ->payload.i,
+              1);
+    EXPECT_EQ(binary(OP_EQUAL_REAL, 3, 3.0f)->payload.i, 1);
+    EXPECT_EQ(binary(OP_NOT_EQUAL_REAL, 3u, 3ll)->payload.i, 0);
+}
+
+TEST_F(OperatorTest, NaNIsUnequalUnorderedAndTrue) {
+    double nan = std::nan("");
+    for (int code :
+         {OP_LESS_REAL, OP_LESS_EQUAL_REAL, OP_EQUAL_REAL, OP_GREATER_EQUAL_REAL, OP_GREATER_REAL})
+        EXPECT_EQ(binary(code, nan, nan)->payload.i, 0) << code;
+    EXPECT_EQ(binary(OP_NOT_EQUAL_REAL, nan, nan)->payload.i, 1);
+    EXPECT_EQ(unary(OP_NOT, nan)->payload.i, 0);
+    EXPECT_EQ(binary(OP_XOR, nan, 1)->payload.i, 0);
+    EXPECT_EQ(binary(OP_XOR, nan, 0)->payload.i, 1);
+    EXPECT_EQ(unary(OP_NOT, 0.0)->payload.i, 1);
+    EXPECT_EQ(unary(OP_NOT, 7)->payload.i, 0);
+}
+
+TEST_F(OperatorTest, TextsCompareByBytesAndAreReleased) {
+    auto text = [&](const char *characters) {
+        Value *value = newZeroValue(DT_STRING);
+        value->payload.text = copyString(characters);
+        return value;
+    };
+    struct Row {
+        const char *left, *right;
+        int order;
+    };
+    ExprNode *onStack = apply(OP_ADD_INT, nullptr);  // an operand that isn't in place
+    for (Row row : std::initializer_list<Row>{
+             {"a", "b", -1}, {"b", "a", 1}, {"a", "a", 0}, {nullptr, "", 0}, {"\xff", "a", 1}})
+        for (auto [code, expected] : {std::pair{OP_EQUAL_STRING, row.order == 0},
+                                      {OP_NOT_EQUAL_STRING, row.order != 0},
+                                      {OP_LESS_STRING, row.order < 0},
+                                      {OP_GREATER_STRING, row.order > 0}}) {
+            pushValue(text(row.right));
+            pushValue(text(row.left));
+            EXPECT_EQ(run(thread({apply(code, onStack, onStack)}))->payload.i, expected);
+            clearValueStack();
+        }
+    pushValue(text("x"));
+    EXPECT_EQ(run(thread({apply(OP_NOT, onStack)}))->payload.i, 0);
+    pushValue(text(nullptr));
+    EXPECT_EQ(run(thread({apply(OP_NOT, onStack)}))->payload.i, 1);
+}
+
+// ---- Readers ------------------------------------------------------------------------------------
+
+TEST_F(OperatorTest, RealsOutOfRangeTruncateLikeTheProcessor) {
+    EXPECT_EQ(truncateToInt32(2147483647.9), INT_MAX);
+    EXPECT_EQ(truncateToInt32(2147483648.0), INT_MIN);
+    EXPECT_EQ(truncateToInt32(-2147483648.9), INT_MIN);
+    EXPECT_EQ(truncateToInt64(0x1p63), LLONG_MIN);
+    EXPECT_EQ(truncateToInt64(-HUGE_VAL), LLONG_MIN);
+    EXPECT_EQ(truncateToUint64(0x1p63), 1ull << 63);
+    EXPECT_EQ(truncateToUint64(0x1.8p63), 3ull << 62);
+    EXPECT_EQ(truncateToUint64(0x1p64), 0u);
+    EXPECT_EQ(truncateToUint64(-1.0), ~0ull);
+}
+
+TEST_F(OperatorTest, ReadersTakeEveryScalar) {
+    ExprNode pair{};
+    pair.kind = NODE_VALUE;
+    pair.type = DT_COMPLEX;
+    pair.payload.pair[0] = 2.5f;
+    pair.payload.pair[1] = 0;
+    EXPECT_EQ(readDouble(&pair), 2.5);
+    EXPECT_EQ(readSigned64(&pair), 2);
+    pair.payload.pair[1] = 1;
+    EXPECT_EQ(std::bit_cast<uint64_t>(readDouble(&pair)), 0x7FFFFFFFE0000000u);
+    EXPECT_EQ(readSigned64(&pair), LLONG_MIN);
+    pair.type = DT_P_INT;
+    pair.payload.bits = 0x7fff00000001;
+    EXPECT_EQ(readDouble(&pair), 0x7fff00000001p0);
+    EXPECT_TRUE(logicalValue(&pair));
+    pair.type = DT_ULLONG;
+    pair.payload.bits = ~0ull;
+    EXPECT_EQ(readDouble(&pair), 0x1p64);
+    pair.type = DT_ARRAY;
+    runStatus = RUN_CLEAN;
+    EXPECT_EQ(errorsOf([&] { EXPECT_EQ(readSigned64(&pair), 0); }),
+              std::string("WARNING: unsupported data type for casting to long int data\n") +
+                  positionOfWarning);
+    EXPECT_EQ(runStatus, RUN_WARNING);
 }
 
 }  // namespace zy
