@@ -3,10 +3,12 @@
 #include <sstream>
 #include <string>
 
+#include "embed/kernel.h"
 #include "expr/constants.h"
 #include "front/keywordStatements.h"
 #include "front/tokens.h"
 #include "instance.h"
+#include "instance/environment.h"
 #include "source.h"
 
 namespace zy {
@@ -368,6 +370,19 @@ TEST_F(KeywordTest, TheRestrictedShellHidesWordsAlsoFromTheNextProgram) {
     EXPECT_EQ(rowsOf(keywordTable), 317 + 1);
     hideRestrictedKeywords();
     EXPECT_EQ(rowsOf(keywordTable), 317 - 19);
+}
+
+TEST(Keyword, AnEmbeddedInstanceHasNoWordFree) {
+    int handle = 0;
+    void *interp = &handle;
+    ZyOptions option = {ZY_REGULAR_SHELL, ZY_HOME, nullptr};
+    ASSERT_EQ(Zy_Initialize2_kernel(&interp, &option, envPut, envGet), 0);
+    EXPECT_EQ(keywordNamed("free"), nullptr);
+    EXPECT_NE(keywordNamed("_free"), nullptr);
+    restoreKeywords();
+    EXPECT_EQ(keywordNamed("free"), nullptr);
+    Zy_End_kernel(interp);
+    envRelease();
 }
 
 }  // namespace zy
