@@ -15,7 +15,7 @@ enum ShapeKind : uint32_t {
 constexpr int OPEN_LIMIT = 0x7fffffff;  // a bound that the declaration doesn't know
 
 struct ArrayInfo {
-    int64_t rank;
+    int32_t rank;
     // List cells, two for each dimension: the lower limit, then one more than the largest
     // subscript. Lower 0 and limit 0 in the first dimension: an array of unknown extent.
     ExprNode *bounds;

@@ -21,4 +21,7 @@ struct FuncInfo {
     int8_t returnKind;  // TypeKind: 0, 5, 6, 8, 12, 13, 14
 };
 
+// Compares the prototypes of two function types and reports what differs.
+void comparePrototypes(const TypeInfo *left, const TypeInfo *right);
+
 }  // namespace zy

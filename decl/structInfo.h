@@ -15,7 +15,7 @@ enum AggregateKind : uint16_t {
 
 struct StructInfo {
     TypeInfo *tag;
-    TypeInfo *members;  // in order of declaration; of an enum its enumerators
+    TypeInfo *members;  // in order; of an enum the first enumerator of its block
     uint32_t kind;      // NODE_STRUCT_INFO
     uint32_t size;      // bytes; 0: incomplete. Of an enum the number of its enumerators
     TypeInfo *constructor;

@@ -98,8 +98,10 @@ using Symbol = TypeInfo;
 
 // A new record: level 1, type int, all else 0. NULL after a message if memory is exhausted.
 TypeInfo *newTypeInfo();
-// Releases the record and what it owns, not its storage.
+// Releases the record and what it owns. Its storage belongs to a frame, except that of a static
+// local or member, which goes with the record.
 void releaseTypeInfo(TypeInfo *info);
+void releaseTypeInfoList(TypeInfo *list);
 
 // The data type as an expression sees it: an array kind gives an array type, a function kind the
 // function or pointer to function. DT_UNDEFINED for NULL.

@@ -1,13 +1,87 @@
-// The storage of variables: cells, what they own, and the way from a declaration to its cell.
+// The storage of one variable: what a cell holds for each kind of declaration, and its release.
 
 #include <cstdlib>
 #include <cstring>
 
+#include "decl/arrayInfo.h"
+#include "decl/funcInfo.h"
+#include "decl/structInfo.h"
 #include "expr/scope.h"
 #include "instance/report.h"
 #include "numeric/shape.h"
 
 namespace zy {
+
+namespace {
+
+// Zeroed memory for a script's object; NULL after a message if there isn't enough.
+void *newObject(size_t count, size_t size) {
+    void *object = calloc(count, size);
+    if (!object)
+        reportOutOfMemory();
+    return object;
+}
+
+// The count of a shape's elements if it can be counted at all.
+bool countElements(const ShapeNode *shape, uint32_t &count) {
+    uint64_t product = shape ? 1 : 0;
+    for (; shape; shape = shape->next) {
+        product *=
+            static_cast<uint32_t>(shape->extent.limit) - static_cast<uint32_t>(shape->extent.lower);
+        if (product > UINT32_MAX) {
+            reportOutOfMemory();
+            return false;
+        }
+    }
+    count = static_cast<uint32_t>(product);
+    return true;
+}
+
+bool initArrayCell(VarCell *cell, TypeInfo *info, int kind) {
+    cell->data2.elementType = info->dataType;
+    const ArrayInfo *array = info->arrayLink;
+    if (!array || kind == KIND_ASSUMED_C_ARRAY || kind == KIND_ASSUMED_ARRAY)
+        return true;
+    bool isPointer = kind == KIND_P_C_ARRAY || kind == KIND_P_ARRAY;
+    cell->fortranOrder = array->fortranOrder;
+    cell->adoptShape = isPointer && array->shapeKind == SHAPE_ASSUMED;
+    cell->shape = declaredShape(array);
+    if (!countElements(cell->shape, cell->count))
+        return false;
+    if (isPointer || cell->count == 0)
+        return true;
+    size_t size = elementSizeOf(info);
+    cell->data.p = size ? newObject(cell->count, size) : nullptr;
+    if (!cell->data.p)
+        cell->count = 0;
+    return cell->data.p != nullptr;
+}
+
+// The cell of a pointer to function holds a function record of its own, whose owner is the target.
+bool initFunctionPointer(VarCell *cell) {
+    cell->data.p = newFuncInfo(nullptr);
+    return cell->data.p != nullptr;
+}
+
+bool initObject(VarCell *cell, const TypeInfo *info) {
+    size_t size = info->structLink ? info->structLink->size : 0;
+    if (size == 0)
+        return true;
+    cell->data.p = newObject(1, size);
+    return cell->data.p != nullptr;
+}
+
+bool isReference(int kind) { return kind == KIND_REFERENCE || kind == KIND_BY_REFERENCE; }
+
+int cellType(const TypeInfo *info, int kind) {
+    if (isReference(kind))
+        return DT_LINK;
+    TypeInfo applied = *info;
+    applied.kind = kind;
+    return dataTypeOf(&applied);
+}
+
+}  // namespace
 
 VarCell *newVarCell(int type) {
     auto *cell = static_cast<VarCell *>(allocOrFail(sizeof(VarCell)));
@@ -18,13 +92,29 @@ VarCell *newVarCell(int type) {
     return cell;
 }
 
-}  // namespace zy
+bool initCell(VarCell *cell, TypeInfo *info, int kind) {
+    memset(static_cast<void *>(cell), 0, sizeof(VarCell));
+    cell->type = cellType(info, kind);
+    switch (cell->type) {
+        case DT_CARRAY:
+        case DT_P_CARRAY:
+        case DT_ARRAY:
+        case DT_P_ARRAY: return kind == KIND_SIMPLE || initArrayCell(cell, info, kind);
+        case DT_FUNCTION:
+            cell->data.p = info->functionLink;
+            cell->data2.frame = currentContext->frames;
+            return true;
+        case DT_P_FUNCTION: return initFunctionPointer(cell);
+        case DT_STRUCT: return initObject(cell, info);
+        default: return true;
+    }
+}
 
-using namespace zy;
+// ---- Storage that isn't there -----------------------------------------------------------------
 
 namespace {
 
-void releaseArrayCell(VarCell *cell, bool ownsData) {
+void releaseArrayContents(VarCell *cell, bool ownsData) {
     if (ownsData) {
         releaseElements(cell->data.p, cell->count, cell->data2.elementType);
         free(cell->data.p);
@@ -32,9 +122,7 @@ void releaseArrayCell(VarCell *cell, bool ownsData) {
     releaseShape(cell->shape);
 }
 
-}  // namespace
-
-void killEntry(VarCell *cell) {
+void releaseContents(VarCell *cell) {
     switch (cell->type) {
         case DT_STRING:
         case DT_QUATERNION: free(cell->data.p); break;
@@ -42,15 +130,54 @@ void killEntry(VarCell *cell) {
             if (cell->flags & CELL_OWNS_TEXT)
                 free(cell->data.p);
             break;
+        case DT_P_FUNCTION:
+            if (cell->data.p)
+                recycleFuncInfo(static_cast<FuncInfo *>(cell->data.p));
+            break;
         case DT_STRUCT:
             if (!cell->noFree)
                 free(cell->data.p);
             break;
         case DT_CARRAY:
-        case DT_ARRAY: releaseArrayCell(cell, true); break;
+        case DT_ARRAY: releaseArrayContents(cell, true); break;
         case DT_P_CARRAY:
-        case DT_P_ARRAY: releaseArrayCell(cell, cell->argumentMark == ARRAY_ARGUMENT); break;
+        case DT_P_ARRAY: releaseArrayContents(cell, cell->argumentMark == ARRAY_ARGUMENT); break;
         default: break;
     }
+}
+
+// One cell serves: what an expression reads from it is copied, and the record itself stays.
+VarCell *freshScratchCell(TypeInfo *symbol) {
+    errorFlag = 1;
+    releaseScratchCell();
+    if (symbol)
+        initCell(&scratchCell, symbol, isReference(symbol->kind) ? +KIND_SIMPLE : symbol->kind);
+    else
+        scratchCell.type = DT_INT;
+    return &scratchCell;
+}
+
+}  // namespace
+
+VarCell *missingSlot(TypeInfo *symbol) {
+    runError("attempt to access non-existing memory");
+    return freshScratchCell(symbol);
+}
+
+VarCell *missingCell(TypeInfo *symbol) {
+    runError("attempt to access non-existing memory for '%s'",
+             symbol->name ? symbol->name->text : "");
+    return freshScratchCell(symbol);
+}
+
+void releaseScratchCell() {
+    releaseContents(&scratchCell);
+    memset(static_cast<void *>(&scratchCell), 0, sizeof(VarCell));
+}
+
+}  // namespace zy
+
+void killEntry(zy::VarCell *cell) {
+    zy::releaseContents(cell);
     free(cell);
 }

@@ -1,8 +1,12 @@
+// Contexts are linked on allContexts, and what ends a program or an instance finds them there.
+// Frames are shared between them: a call sees those of its definition.
+
 #include "expr/context.h"
 
 #include <cstdlib>
 #include <unordered_set>
 
+#include "expr/node.h"
 #include "expr/scope.h"
 #include "expr/value.h"
 
@@ -10,20 +14,12 @@ namespace zy {
 
 namespace {
 
-void unlinkFromAll(ExecContext *context) {
-    ExecContext **link = &allContexts;
+void unlinkContext(ExecContext *&head, ExecContext *ExecContext::*next, ExecContext *context) {
+    ExecContext **link = &head;
     while (*link && *link != context)
-        link = &(*link)->allNext;
+        link = &((*link)->*next);
     if (*link)
-        *link = context->allNext;
-}
-
-void unlinkFromReady(ExecContext *context) {
-    ExecContext **link = &readyQueue;
-    while (*link && *link != context)
-        link = &(*link)->readyNext;
-    if (*link)
-        *link = context->readyNext;
+        *link = context->*next;
 }
 
 void releaseStack(ExecContext *context) {
@@ -31,6 +27,19 @@ void releaseStack(ExecContext *context) {
         context->stack = top->next;
         deleteValue(top);
     }
+}
+
+// The frames above a level, each once however many contexts see it.
+void releaseFramesAbove(int level) {
+    std::unordered_set<ScopeFrame *> frames;
+    for (ExecContext *context = allContexts; context; context = context->allNext) {
+        while (context->frames && context->frames->level > level) {
+            frames.insert(context->frames);
+            context->frames = context->frames->outer;
+        }
+    }
+    for (ScopeFrame *frame : frames)
+        releaseFrame(frame);
 }
 
 }  // namespace
@@ -51,46 +60,91 @@ ExecContext *newContext() {
 }
 
 void releaseContext(ExecContext *context) {
-    unlinkFromAll(context);
-    unlinkFromReady(context);
+    unlinkContext(allContexts, &ExecContext::allNext, context);
+    unlinkContext(readyQueue, &ExecContext::readyNext, context);
     releaseStack(context);
+    deleteNode(context->varArgs);
     free(context->resumeStatus);
     free(context);
-}
-
-namespace {
-
-// Frames are shared: a call sees those of its definition. Each is released once.
-void releaseAllFrames() {
-    std::unordered_set<ScopeFrame *> frames;
-    for (const ExecContext *context = allContexts; context; context = context->allNext)
-        for (ScopeFrame *frame = context->frames; frame && frame != baseFrame; frame = frame->outer)
-            if (!frames.insert(frame).second)
-                break;
-    for (ScopeFrame *frame : frames)
-        releaseFrame(frame);
-}
-
-}  // namespace
-
-void releaseContexts() {
-    releaseAllFrames();
-    while (allContexts)
-        releaseContext(allContexts);
-    currentContext = evalContext = baseContext = nullptr;
-}
-
-void resetContexts() {
-    releaseContexts();
-    currentContext = baseContext = newContext();
-    if (baseContext)
-        baseContext->frames = baseFrame;
 }
 
 void createBaseFrame() {
     baseFrame = newScopeFrame(nullptr, false);
     if (baseContext && !baseContext->frames)
         baseContext->frames = baseFrame;
+}
+
+void resetContexts() {
+    releaseContexts();
+    releaseRemovedSymbols();
+    currentContext = baseContext = newContext();
+    if (baseContext)
+        baseContext->frames = baseFrame;
+    resetClassContext();
+}
+
+void rewindContexts() {
+    releaseFramesAbove(FILE_LEVEL);
+    ExecContext *next = nullptr;
+    for (ExecContext *context = allContexts; context; context = next) {
+        next = context->allNext;
+        if (context != baseContext)
+            releaseContext(context);
+    }
+    evalContext = nullptr;
+    currentContext = baseContext;
+    releaseStack(baseContext);
+    baseContext->statement = nullptr;
+    baseContext->chain = nullptr;
+    baseContext->phase = 0;
+    resetClassContext();
+}
+
+void releaseContexts() {
+    releaseFramesAbove(SYSTEM_LEVEL);
+    while (allContexts)
+        releaseContext(allContexts);
+    currentContext = evalContext = baseContext = nullptr;
+}
+
+// ---- Member functions in progress -------------------------------------------------------------
+
+ClassContext *claimClassContext() {
+    if (classContext && !classContext->thisFormal)
+        return classContext;
+    auto *record = static_cast<ClassContext *>(allocOrFail(sizeof(ClassContext)));
+    if (!record)
+        return nullptr;
+    *record = {};
+    record->next = classContext;
+    classContext = record;
+    return record;
+}
+
+void popClassContext() {
+    ClassContext *top = classContext;
+    ClassContext *below = top->next;
+    if (!below) {
+        *top = {};
+        return;
+    }
+    classContext = below;
+    free(top);
+}
+
+void resetClassContext() {
+    while (classContext && classContext->next)
+        popClassContext();
+    if (ClassContext *bottom = classContext)
+        *bottom = {};
+    else
+        claimClassContext();
+}
+
+void releaseClassContext() {
+    resetClassContext();
+    free(classContext);
+    classContext = nullptr;
 }
 
 }  // namespace zy

@@ -20,6 +20,9 @@ void releaseContext(ExecContext *context);
 void createBaseFrame();
 // Releases every context with its frames above level 0, and makes a fresh base context current.
 void resetContexts();
+// For another run of the same program: the base context alone stays, with its frames of level 0
+// and 1.
+void rewindContexts();
 void releaseContexts();  // and leaves none
 
 }  // namespace zy

@@ -20,6 +20,7 @@ ExecContext *readyQueue;
 ClassContext *classContext;
 ScopeFrame *baseFrame;
 TypeInfo *systemSymbols;
-VarCell *scratchCell;
+TypeInfo *removedSymbols;
+VarCell scratchCell;
 
 }  // namespace zy

@@ -4,8 +4,10 @@
 #include <cstdlib>
 
 #include "decl/funcInfo.h"
+#include "expr/context.h"
 #include "expr/scope.h"
-#include "stmt/stmtNode.h"
+#include "instance/report.h"
+#include "stmt/parseStack.h"
 
 namespace zy {
 
@@ -25,13 +27,15 @@ SlotChunk *newChunk() {
     return chunk;
 }
 
-// The place of a chunk's pointer, NULL if the chain isn't long enough to have one.
-SlotChunk **chunkPlace(ScopeFrame *frame, int number, bool create) {
+constexpr int SLOT_MAX = INT16_MAX;
+
+// Where the pointer to a chunk stands; the chain is made long enough. NULL if memory is exhausted.
+SlotChunk **chunkPlace(ScopeFrame *frame, int number) {
     if (number < DIRECT_CHUNKS)
         return &frame->chunks[number];
     SlotChunk **place = &frame->chunks[DIRECT_CHUNKS - 1];
     for (int i = DIRECT_CHUNKS - 1; i < number; i++) {
-        if (!*place && create)
+        if (!*place)
             *place = newChunk();
         if (!*place)
             return nullptr;
@@ -53,27 +57,20 @@ ScopeFrame *newScopeFrame(void *owner, bool isFunction) {
     return frame;
 }
 
-void setSlot(ScopeFrame *frame, int slot, VarCell *cell) {
-    SlotChunk **place = chunkPlace(frame, slot / SLOTS_PER_CHUNK, true);
-    if (!place)
-        return;
-    if (!*place)
+bool setSlot(ScopeFrame *frame, int slot, VarCell *cell) {
+    if (slot >= SLOT_MAX) {
+        parseError("too many variables in one scope");
+        return false;
+    }
+    SlotChunk **place = chunkPlace(frame, slot / SLOTS_PER_CHUNK);
+    if (place && !*place)
         *place = newChunk();
-    if (!*place)
-        return;
+    if (!place || !*place)
+        return false;
     (*place)->cells[slot % SLOTS_PER_CHUNK] = cell;
     if (slot >= frame->slotCount)
         frame->slotCount = slot + 1;
-}
-
-VarCell *slotOf(const ScopeFrame *frame, int slot) {
-    if (slot >= frame->slotCount)
-        return nullptr;
-    int number = slot / SLOTS_PER_CHUNK;
-    const SlotChunk *chunk = frame->chunks[number < DIRECT_CHUNKS ? number : DIRECT_CHUNKS - 1];
-    for (; chunk && number >= DIRECT_CHUNKS; number--)
-        chunk = chunk->next;
-    return chunk ? chunk->cells[slot % SLOTS_PER_CHUNK] : nullptr;
+    return true;
 }
 
 void releaseFrame(ScopeFrame *frame) {
@@ -87,6 +84,85 @@ void releaseFrame(ScopeFrame *frame) {
             chunk = next;
         }
     free(frame);
+}
+
+namespace {
+
+// Declarations without storage in a frame: names of types, constants, and what has a cell of its
+// own. Their slots stay empty, so that a slot's number is the position in the list.
+bool needsSlot(const TypeInfo *symbol) {
+    return !symbol->storageCell && symbol->storage != STORAGE_TYPEDEF &&
+           symbol->storage != STORAGE_EXTERN && symbol->dataType != DT_TAG &&
+           symbol->dataType != DT_ENUM && symbol->dataType != DT_CONSTANT;
+}
+
+// The frame of level 0 or 1 among those of the top-level context. That of level 1 is made on
+// demand.
+ScopeFrame *fileFrame(int level) {
+    if (level == SYSTEM_LEVEL || !baseContext)
+        return baseFrame;
+    ScopeFrame **link = &baseContext->frames;
+    while (*link && (*link)->level > FILE_LEVEL)
+        link = &(*link)->outer;
+    if (*link && (*link)->level == FILE_LEVEL)
+        return *link;
+    ScopeFrame *frame = newScopeFrame(globalBlock, false);
+    if (!frame)
+        return nullptr;
+    frame->level = FILE_LEVEL;
+    frame->outer = *link;
+    *link = frame;
+    return frame;
+}
+
+bool holdsCell(const ScopeFrame *frame, const VarCell *cell) {
+    for (int slot = 0; slot < frame->slotCount; slot++)
+        if (slotOf(frame, slot) == cell)
+            return true;
+    return false;
+}
+
+// Removed declarations leave their cells behind, so the slot of a new one may be taken.
+int freeSlot(const ScopeFrame *frame, int wanted) {
+    return slotOf(frame, wanted) ? frame->slotCount : wanted;
+}
+
+VarCell *newInitialisedCell(TypeInfo *symbol) {
+    VarCell *cell = newVarCell(symbol->dataType);
+    if (cell)
+        initCell(cell, symbol, symbol->kind);
+    return cell;
+}
+
+}  // namespace
+
+void allocateStorage(TypeInfo *symbol) {
+    if (symbol->level > FILE_LEVEL)
+        return;  // enterBlock() does it
+    ScopeFrame *frame = fileFrame(symbol->level);
+    if (!frame || (symbol->storageCell && holdsCell(frame, symbol->storageCell)))
+        return;
+    if (!symbol->storageCell)
+        symbol->storageCell = newInitialisedCell(symbol);
+    if (symbol->storageCell)
+        setSlot(frame, freeSlot(frame, symbol->index), symbol->storageCell);
+}
+
+void allocateStaticCell(TypeInfo *symbol) {
+    if (!symbol->storageCell)
+        symbol->storageCell = newInitialisedCell(symbol);
+}
+
+void enterBlock() {
+    StmtNode *block = currentContext->statement;
+    ScopeFrame *frame = newScopeFrame(block, false);
+    if (!frame)
+        return;
+    frame->outer = currentContext->frames;
+    currentContext->frames = frame;
+    int slot = 0;
+    for (TypeInfo *symbol = block->symbols(); symbol; symbol = symbol->next)
+        setSlot(frame, slot++, needsSlot(symbol) ? newInitialisedCell(symbol) : nullptr);
 }
 
 void popFrame() {

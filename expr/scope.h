@@ -27,6 +27,8 @@ struct VarCell {
 };
 constexpr uint32_t CELL_OWNS_TEXT = 1;  // flags of a pointer to char
 
+constexpr int ERRNO_SLOT = 42;  // the system variable _errno
+
 constexpr int SLOTS_PER_CHUNK = 10;
 constexpr int DIRECT_CHUNKS = 5;
 
@@ -55,8 +57,15 @@ struct ClassContext {
 };
 extern ClassContext *classContext;
 
+// The top record if it is free, else a new one. NULL after a message if memory is exhausted.
+ClassContext *claimClassContext();
+void popClassContext();    // the bottom record stays, without its function
+void resetClassContext();  // the bottom record alone, created if need be
+void releaseClassContext();
+
 extern ScopeFrame *baseFrame;    // level 0: the system variables
 extern TypeInfo *systemSymbols;  // the list of level 0
+extern TypeInfo *removedSymbols;
 
 // The declaration that a name has where the parser stands, NULL for none. memberList, if given, is
 // searched first. *classOut gets the record of a member found through classContext.
@@ -65,31 +74,98 @@ Symbol *lookupSymbolParse(NameEntry *name, TypeInfo *memberList, ClassContext **
 Symbol *lookupSymbolRun(ExecContext *context, StmtNode *statement, NameEntry *name,
                         ClassContext **classOut);
 
-// The storage of a variable, links followed; findVarCellLink gives the link itself. Never NULL: a
-// scratch cell after a message if there is none.
-VarCell *findVarCell(TypeInfo *symbol);
-VarCell *findVarCellLink(TypeInfo *symbol);
-VarCell *lookupSlot(int level, int slot);
+// ---- Storage ----------------------------------------------------------------------------------
 
-// A zeroed cell of a type. Puts a cell into a slot of a frame, which then owns it.
+// A zeroed cell of a type.
 VarCell *newVarCell(int type);
-void setSlot(ScopeFrame *frame, int slot, VarCell *cell);
-VarCell *slotOf(const ScopeFrame *frame, int slot);  // NULL for an empty one
+// Sets a cell up for a declaration applied as `kind` says (the declaration's own, or KIND_SIMPLE
+// for a reference that is passed by value): type, shape, zeroed memory. False if memory is
+// exhausted.
+bool initCell(VarCell *cell, TypeInfo *info, int kind);
+// The slot and cell of a file-scope or system variable in the frame of its level; the cell of a
+// static local or member, which is in no frame. A cell that the record has already stays.
+void allocateStorage(TypeInfo *symbol);
+void allocateStaticCell(TypeInfo *symbol);
+
 // A frame of a function (its FuncInfo), a block (its StmtNode) or, without an owner, of level 0. It
 // isn't linked anywhere. NULL after a message if memory is exhausted.
 ScopeFrame *newScopeFrame(void *owner, bool isFunction);
 void releaseFrame(ScopeFrame *frame);  // with its cells, in slot order
+// Puts a cell into a slot of a frame, which then owns it. False if it can't; the cell stays the
+// caller's.
+bool setSlot(ScopeFrame *frame, int slot, VarCell *cell);
 
 void enterBlock();  // a frame for the current block statement
 void popFrame();    // releases the innermost frame of the current context with its cells
+
+// NULL for an empty slot.
+inline VarCell *slotOf(const ScopeFrame *frame, int slot) {
+    if (slot >= frame->slotCount)
+        return nullptr;
+    int number = slot / SLOTS_PER_CHUNK;
+    const SlotChunk *chunk = frame->chunks[number < DIRECT_CHUNKS ? number : DIRECT_CHUNKS - 1];
+    for (; chunk && number >= DIRECT_CHUNKS; number--)
+        chunk = chunk->next;
+    return chunk ? chunk->cells[slot % SLOTS_PER_CHUNK] : nullptr;
+}
+
+// The cell in the innermost frame of that level, NULL if there is none.
+inline VarCell *findSlot(int level, int slot) {
+    const ScopeFrame *frame = level == SYSTEM_LEVEL ? baseFrame : currentContext->frames;
+    while (frame && frame->level > level)
+        frame = frame->outer;
+    return frame && frame->level == level ? slotOf(frame, slot) : nullptr;
+}
+
+// What stands in for storage that isn't there, after a message; never NULL. The first is for a slot
+// and may have no symbol to tell what it should hold.
+VarCell *missingSlot(TypeInfo *symbol);
+VarCell *missingCell(TypeInfo *symbol);
+extern VarCell scratchCell;
+void releaseScratchCell();
+
+inline VarCell *lookupSlot(int level, int slot) {
+    VarCell *cell = findSlot(level, slot);
+    return cell ? cell : missingSlot(nullptr);
+}
+
+// The cell of a variable as it is; findVarCell follows links. Never NULL.
+inline VarCell *findVarCellLink(TypeInfo *symbol) {
+    if (VarCell *cell = symbol->storageCell)
+        return cell;
+    if (symbol->level <= FILE_LEVEL) [[unlikely]]
+        return missingCell(symbol);
+    VarCell *cell = findSlot(symbol->level, symbol->index);
+    return cell ? cell : missingSlot(symbol);
+}
+
+inline VarCell *findVarCell(TypeInfo *symbol) {
+    VarCell *cell = findVarCellLink(symbol);
+    while (cell->type == DT_LINK) {
+        if (!cell->data.p) [[unlikely]]
+            return missingCell(symbol);
+        cell = static_cast<VarCell *>(cell->data.p);
+    }
+    return cell;
+}
+
+// ---- Declarations -----------------------------------------------------------------------------
 
 // Adds a predefined name: level 0, storage 6, with a constant value or of a type.
 Symbol *addPredefinedConstant(const char *name, Value *value);
 Symbol *addSystemVariable(const char *name, int dataType, int slot);
 
+// Takes a declaration out of its list. The record and what it owns live on until the program is
+// released: chains may still refer to it.
 void removeSymbol(TypeInfo *symbol, TypeInfo **head);
-int remvar(Value *value);  // the language's removal of a global variable
-int isvar(Value *value);   // the language's test of a name
+void releaseRemovedSymbols();  // those of the program
+
+// The language's removal of a global variable and its test of a name. Both take the text of a
+// string argument.
+int remvar(Value *value);
+int isvar(Value *value);
+
+// Merges a file-scope declaration that repeats an earlier one into it, and reports what differs.
 void checkRedeclaration(TypeInfo *fresh, TypeInfo *old);
 
 void releaseScopes();  // all of the above, at the end of the instance

@@ -55,6 +55,7 @@ union Payload2 {
     double d;  // imaginary or dual part of the wide types
     StructInfo *structInfo;
     NameEntry *name;
+    ScopeFrame *frame;  // of a function's cell: where it was defined
     struct {
         int32_t elementType;  // of arrays
         int32_t castFlag;     // 1: the result of a cast to pointer to computational array
@@ -207,11 +208,20 @@ void *allocOrFail(size_t size);
 char *copyString(const char *text);                // NULL in, NULL out
 char *updateString(char *old, char *replacement);  // takes both; gives the buffer to keep
 
-// ---- Variables ---------------------------------------------------------------------------------
+// ---- Variables --------------------------------------------------------------------------------
 
 // Pushes the current value of a variable. code 0, or an array reference code for a subscript.
 void fetchVariable(TypeInfo *symbol, int code);
-// The Value that a pointer points to; the pointer stays the caller's.
+// The Value that a pointer points to; the pointer stays the caller's. Never NULL but when memory is
+// exhausted: zero after a message if there is nothing to read.
 Value *derefValue(Value *pointer);
+
+// Reads what stands at an address as a data type, by its width: a string as a private copy. False,
+// with the Value unchanged, for a type that can't be read and, after a warning, for NULL.
+bool loadValue(Value *value, const void *address, int type);
+// The same for an element of an array, and the way back with a Value of the element's own type;
+// they report a type that can't be an element.
+bool loadElement(Value *value, const void *address, int type);
+bool storeElement(void *address, const Value *value);
 
 }  // namespace zy

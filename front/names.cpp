@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "decl/typeInfo.h"
 #include "expr/value.h"
 
 namespace zy {
@@ -14,7 +15,7 @@ namespace {
 template <class Matches>
 NameEntry *findName(const char *text, Matches matches) {
     NameEntry *entry = nameTable[bucketOf(*text)];
-    while (entry && !matches(entry))
+    while (entry && (entry->hidden || !matches(entry)))
         entry = entry->next;
     return entry;
 }
@@ -79,6 +80,43 @@ void removeName(const char *text) {
     if (NameEntry *entry = lookupName(text)) {
         unlinkName(entry, nameTable[bucketOf(*text)]);
         releaseName(entry);
+    }
+}
+
+// ---- File-static names ------------------------------------------------------------------------
+
+namespace {
+
+bool isFileStatic(const NameEntry *entry) {
+    const TypeInfo *symbol = entry->symbol;
+    return symbol && symbol->level == FILE_LEVEL && symbol->storage == STORAGE_STATIC;
+}
+
+// Moves the file-static names to a list, so that what stood first in a bucket comes off it last.
+void moveFileStatics(NameEntry *&list) {
+    for (NameEntry *&bucket : nameTable) {
+        NameEntry *next = nullptr;
+        for (NameEntry *entry = bucket; entry; entry = next) {
+            next = entry->next;
+            if (!isFileStatic(entry))
+                continue;
+            unlinkName(entry, bucket);
+            entry->prev = nullptr;
+            entry->next = list;
+            list = entry;
+        }
+    }
+}
+
+}  // namespace
+
+void hideFileNames() { moveFileStatics(pendingNames); }
+
+void restoreFileNames() {
+    moveFileStatics(fileStaticNames);
+    while (NameEntry *entry = pendingNames) {
+        pendingNames = entry->next;
+        linkName(entry);
     }
 }
 

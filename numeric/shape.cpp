@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "decl/arrayInfo.h"
+#include "decl/structInfo.h"
 #include "expr/value.h"
 
 namespace zy {
@@ -67,7 +69,43 @@ uint32_t shapeCount(const ShapeNode *shape) {
     return count;
 }
 
+namespace {
+
+int constantBound(const ExprNode *cell) {
+    const ExprNode *leaf = cell ? cell->item : nullptr;
+    return leaf && leaf->kind == NODE_VALUE && leaf->type == DT_INT ? leaf->payload.i : 0;
+}
+
+}  // namespace
+
+ShapeList declaredShape(const ArrayInfo *info) {
+    if (info->shapeKind == SHAPE_DEFERRED)
+        return nullptr;
+    ShapeList shape = nullptr;
+    ShapeNode **tail = &shape;
+    for (const ExprNode *cell = info->bounds; cell && cell->next; cell = cell->next->next) {
+        int lower = constantBound(cell), limit = constantBound(cell->next);
+        if (lower == OPEN_LIMIT)
+            lower = 0;
+        *tail = newShapeNode(lower, limit == OPEN_LIMIT ? lower : limit);
+        if (!*tail)
+            break;
+        tail = &(*tail)->next;
+    }
+    if (info->fortranOrder)
+        setFortranStrides(shape);
+    else
+        setRowStrides(shape);
+    return shape;
+}
+
 int elementSize(int elementType) { return sizeofType(elementType); }
+
+int elementSizeOf(const TypeInfo *symbol) {
+    if (symbol->dataType != DT_STRUCT)
+        return elementSize(symbol->dataType);
+    return symbol->structLink ? symbol->structLink->size : 0;
+}
 
 bool isArrayLike(int dataType) {
     return dataType == DT_CARRAY || dataType == DT_P_CARRAY || dataType == DT_ARRAY ||

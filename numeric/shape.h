@@ -6,7 +6,10 @@
 
 namespace zy {
 
+struct ArrayInfo;
 struct ExprNode;
+struct TypeInfo;
+struct VarCell;
 using Value = ExprNode;
 
 struct ExtentRec {
@@ -31,8 +34,14 @@ uint32_t setRowStrides(ShapeList shape);
 uint32_t setFortranStrides(ShapeList shape);
 uint32_t shapeCount(const ShapeNode *shape);
 
+// The shape that constant bounds declare, with strides; NULL for bounds that aren't known, and
+// after a message if memory is exhausted. A dimension of open limit has no extent.
+ShapeList declaredShape(const ArrayInfo *info);
+
 // Bytes of one element of a data type.
 int elementSize(int elementType);
+// The same for the elements of a declared array, which may be aggregates.
+int elementSizeOf(const TypeInfo *symbol);
 
 // What the Value's array fields hold.
 enum ArrayOwnership : uint8_t {
@@ -45,6 +54,9 @@ enum ArrayOwnership : uint8_t {
 bool isArrayLike(int dataType);
 // Releases what the array fields own, not the Value.
 void releaseArrayValue(Value *value);
+// A new cell for what an array reference of a variable selects, subscripts taken from the value
+// stack. NULL after a message if there is none. The cell is the caller's, its contents are not.
+VarCell *subscriptedCell(TypeInfo *symbol, int code);
 // Releases the texts of an array of strings.
 void releaseElements(void *data, uint32_t count, int elementType);
 

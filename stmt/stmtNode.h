@@ -11,9 +11,11 @@ namespace zy {
 struct ExprNode;
 
 enum StmtKind : uint32_t {
-    STMT_ROOT = 0,   // A main block, B labels, C pending gotos
-    STMT_BLOCK = 1,  // A first statement, B enclosing block, C its TypeInfo list, D its tags
-    STMT_END = 3,    // last node of a list; B owning statement
+    STMT_ROOT = 0,       // A main block, B labels, C pending gotos
+    STMT_BLOCK = 1,      // A first statement, B enclosing block, C its TypeInfo list, D its tags
+    STMT_END = 3,        // last node of a list; B owning statement
+    STMT_GROUP_END = 4,  // the same at the end of a case group
+    STMT_DECLARATION = 26,
     STMT_NULL = 27,  // start node of every body
 };
 
