@@ -16,9 +16,11 @@ struct Label {
 };
 
 // One or more `case` labels with the statement they stand at.
+// A record of the shared format of nodes: `kind` lies where it lies in them.
 struct CaseGroup {
     CaseGroup *next;
     ExprNode *labels;  // list cells with constants; see stmt/parseSwitch.cpp for `default`
+    uint32_t kind;     // NODE_CASE_GROUP
     StmtNode *first;   // a place in the one list of the switch's body
 };
 
@@ -28,6 +30,8 @@ void newProgram();
 void releaseProgram();
 // Releases a list of statements up to its end, and the statements they hold.
 void releaseStatements(StmtNode *first);
+// Releases what the operands of a statement hold.
+void releaseOperands(StmtNode *statement);
 
 // The context list, frames, keyword changes and parser cells back to those of a fresh program.
 void resetRunState();

@@ -18,7 +18,7 @@
 //   INITIALISE  variable           value
 //   DELETE      pointer            array size        destructors
 //   EXPRESSION  expression
-//   BREAK, CONTINUE  target        number of frames that are left
+//   BREAK, CONTINUE  target        its own block     target's block
 //
 // A compound statement keeps its own progress, so that running it needs no recursion: the position
 // of a running script is data.
