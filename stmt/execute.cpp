@@ -11,6 +11,7 @@
 #include "instance/report.h"
 #include "stmt/arms.h"
 #include "stmt/calls.h"
+#include "stmt/program.h"
 
 namespace zy {
 
@@ -267,13 +268,32 @@ void runContinue(ExecContext *context, StmtNode *statement) {
 
 namespace {
 
+bool encloses(const Enclosing *list, const StmtNode *statement) {
+    for (int i = 0; list && i < list->count; i++)
+        if (list->statements[i] == statement)
+            return true;
+    return false;
+}
+
 // A loop that a goto leaves must start anew when it is reached again.
-void resetProgress(StmtNode *from, const StmtNode *outer) {
-    for (StmtNode *block = from; block && block != outer; block = block->enclosingBlock())
-        for (StmtNode *inner = block->operandA.statement; inner && inner->kind != STMT_END;
-             inner = inner->next)
-            if (inner->kind == STMT_LOOP || inner->kind == STMT_DO)
-                inner->operandE.progress = NOT_STARTED;
+void resetLoops(ExecContext *context, const Enclosing *left, const Enclosing *kept) {
+    for (int i = 0; left && i < left->count; i++) {
+        StmtNode *statement = left->statements[i];
+        if (encloses(kept, statement))
+            continue;
+        if (statement->kind == STMT_FOREACH)
+            abandonForeach(context, statement);
+        else if (statement->kind == STMT_LOOP || statement->kind == STMT_DO)
+            statement->operandE.progress = NOT_STARTED;
+    }
+}
+
+// Blocks are left innermost first, each with the destructors of its objects.
+void leaveBlock(StmtNode *block) {
+    if (!block->operandC.symbols)
+        return;
+    runDestructors(block->operandC.symbols);
+    popFrame();
 }
 
 }  // namespace
@@ -281,24 +301,18 @@ void resetProgress(StmtNode *from, const StmtNode *outer) {
 void runGoto(ExecContext *context, StmtNode *statement) {
     const Label *label = statement->operandA.label;
     StmtNode *block = statement->operandB.statement;
-    bool sameFunction =
-        !label->function || (context->function && label->function == context->function);
-    if (label->function != context->function && context->function && !label->function)
-        sameFunction = false;
-    const StmtNode *outer = label->block;
-    resetProgress(block, outer ? outer->enclosingBlock() : nullptr);
-    for (; block && block->level >= 2 && (!sameFunction || block->level > outer->level);
-         block = block->enclosingBlock()) {
-        if (context->function && block == context->function->body && !sameFunction)
-            break;
-        if (block->operandC.symbols) {
-            runDestructors(block->operandC.symbols);
-            popFrame();
-        }
-    }
-    if (!sameFunction)
+    resetLoops(context, statement->operandC.enclosing, label->enclosing);
+    if (label->function == context->function) {
+        for (; block->level >= 2 && block->level > label->block->level;
+             block = block->enclosingBlock())
+            leaveBlock(block);
+    } else {
+        // The label was moved up out of the function, to file level.
+        for (; block != context->function->body; block = block->enclosingBlock())
+            leaveBlock(block);
         while (currentContext->function && currentContext->function != label->function)
             leaveFunction(true);
+    }
     moveTo(currentContext, label->statement);
     currentContext->state = 1;
 }

@@ -18,6 +18,10 @@ void runStatements(bool debug);
 void saveStatementPhases(ExecContext *context, StmtNode *body);
 void restoreStatementPhases(ExecContext *context, StmtNode *body);
 
+// Cells (stmt/runState.cpp).
+extern bool stepMode;  // the debugger's single-stepping is on
+extern bool runEnded;  // _exit or _abort ended the run: main isn't called any more
+
 // The end of a run that Zy_Abort() asked for.
 void doAbort();
 // Defined by the embedding interface, which calls the functions.

@@ -162,7 +162,20 @@ Label *findLabel(FuncInfo *function, NameEntry *name) {
     for (Label *label = list; label; label = label->next)
         if (label->name == name)
             return label;
-    return list = new Label{list, name, nullptr, nullptr, function, false};
+    return list = new Label{list, name, nullptr, nullptr, function, false, nullptr};
+}
+
+// The compound statements that are open.
+Enclosing *enclosingStatements() {
+    auto *list = static_cast<Enclosing *>(
+        allocOrFail(sizeof(Enclosing) + sizeof(StmtNode *) * PARSE_STACK_SIZE));
+    if (!list)
+        return nullptr;
+    list->count = 0;
+    for (int index = parseTop - 1; index > FILE_LEVEL_TOP && !functionAt(index); index--)
+        if (StmtNode *owner = ownerAt(index))
+            list->statements[list->count++] = owner;
+    return list;
 }
 
 }  // namespace
@@ -178,6 +191,7 @@ void parseGoto(StmtNode *statement) {
     label->wanted = true;
     statement->operandA.label = label;
     statement->operandB.statement = currentBlock;
+    statement->operandC.enclosing = enclosingStatements();
     expectChar(';', true);
 }
 
@@ -189,6 +203,7 @@ void defineLabel(StmtNode *statement, NameEntry *name) {
     }
     label->statement = statement;
     label->block = currentBlock;
+    label->enclosing = enclosingStatements();
 }
 
 // A goto out of a function means a label of file level. The records move up.

@@ -1,5 +1,7 @@
 #include "stmt/program.h"
 
+#include <cstdlib>
+
 #include "decl/declState.h"
 #include "decl/typeInfo.h"
 #include "expr/context.h"
@@ -36,6 +38,7 @@ void releaseTags(TagEntry *&list) {
 void releaseLabels(Label *&list) {
     while (Label *label = list) {
         list = label->next;
+        free(label->enclosing);
         delete label;
     }
 }
@@ -124,6 +127,7 @@ void releaseOperands(StmtNode *statement) {
         case STMT_SRAND:
         case STMT_EXPRESSION:
         case STMT_CONSTRUCT: deleteNode(statement->operandA.tree); break;
+        case STMT_GOTO: free(statement->operandC.enclosing); break;
         default: break;
     }
 }

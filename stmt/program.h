@@ -5,6 +5,12 @@
 
 namespace zy {
 
+// The compound statements around a place, innermost first. A heap block.
+struct Enclosing {
+    int count;
+    StmtNode *statements[];
+};
+
 // A label of a function or of file level, made by the first goto or by its definition.
 struct Label {
     Label *next;
@@ -13,6 +19,7 @@ struct Label {
     StmtNode *block;      // the innermost block of the definition
     FuncInfo *function;   // NULL at file level
     bool wanted;          // a goto names it
+    Enclosing *enclosing;  // of the definition; owned
 };
 
 // One or more `case` labels with the statement they stand at.

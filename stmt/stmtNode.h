@@ -12,7 +12,7 @@
 //   SWITCH      controlling tree   case groups       body's block     progress        list's end
 //   COMMAND     command word       option word       argument text    $ expression
 //   RETURN      value              FuncInfo          1: of the script
-//   GOTO        label record       block of the goto
+//   GOTO        label record       block of the goto  what it is in
 //   EXIT, STOP, ABORT, PERROR, FREE, CLEARERR, SRAND   argument tree
 //   LONGJMP     environment        value
 //   INITIALISE  variable           value
@@ -34,6 +34,7 @@ namespace zy {
 struct ExprNode;
 struct FuncInfo;
 struct CaseGroup;
+struct Enclosing;
 struct Label;
 struct NameEntry;
 
@@ -55,6 +56,7 @@ union StmtOperand {
     FuncInfo *function;
     CaseGroup *groups;
     Label *label;
+    Enclosing *enclosing;
     intptr_t number;
     unsigned char progress;
 };
