@@ -17,6 +17,7 @@
 #include "front/names.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
+#include "numeric/convert.h"
 #include "stmt/execute.h"
 
 namespace zy {
@@ -27,6 +28,13 @@ namespace {
 const char *shownName(const TypeInfo *symbol) {
     const char *name = symbol->name ? symbol->name->text : "";
     return strncmp(name, "___", 3) == 0 ? "main" : name;
+}
+
+// The value of __func__: the name itself, which lives as long as the instance.
+void setFunctionName(const char *name) {
+    constexpr int functionNameSlot = 76;
+    if (VarCell *cell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr)
+        cell->data.text = const_cast<char *>(name);
 }
 
 // A parameter list of `void` alone is no parameter.
@@ -264,7 +272,9 @@ Value *returnedValue(ExprNode *tree, int returnType) {
         return nullptr;
     if (!popped)
         value = copyNode(value);
-    return convertedValue(value, returnType);
+    if (value->type != static_cast<uint32_t>(returnType))
+        convertScalar(value, returnType);
+    return value;
 }
 
 // The frames of the function's blocks, from the innermost outward.

@@ -1,6 +1,7 @@
 #include "stmt/program.h"
 
 #include <cstdlib>
+#include <cstring>
 
 #include "decl/declState.h"
 #include "decl/typeInfo.h"
@@ -126,6 +127,8 @@ void releaseOperands(StmtNode *statement) {
         case STMT_CLEARERR:
         case STMT_SRAND:
         case STMT_EXPRESSION:
+        case STMT_CASESEN:
+        case STMT_FLOATCONST:
         case STMT_CONSTRUCT: deleteNode(statement->operandA.tree); break;
         case STMT_GOTO: free(statement->operandC.enclosing); break;
         default: break;
@@ -165,6 +168,25 @@ void releaseProgram() {
     parseTop = -1;
     releaseSourceLines();
     releaseKeptTexts();
+}
+
+// ---- File names -----------------------------------------------------------------------------------
+
+const char *internFileName(const char *name) {
+    for (const NameCell *cell = e_lang->fileNameList; cell; cell = cell->next)
+        if (strcmp(cell->text, name) == 0)
+            return cell->text;
+    auto *cell = new NameCell{e_lang->fileNameList, copyString(name)};
+    e_lang->fileNameList = cell;
+    return cell->text;
+}
+
+void releaseFileNames() {
+    while (NameCell *cell = e_lang->fileNameList) {
+        e_lang->fileNameList = cell->next;
+        free(cell->text);
+        delete cell;
+    }
 }
 
 // ---- Start ----------------------------------------------------------------------------------------

@@ -31,6 +31,11 @@ struct CaseGroup {
     StmtNode *first;   // a place in the one list of the switch's body
 };
 
+// The one copy of a file's name, which lives as long as the instance: statements and the source
+// stack refer to it.
+const char *internFileName(const char *name);
+void releaseFileNames();
+
 // A fresh program with an empty main block, entered on the parse stack.
 void newProgram();
 // Releases the program with its statements and declarations; none is left.

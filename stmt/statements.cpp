@@ -172,8 +172,8 @@ void parseWordStatement(int code) {
         case STMT_CLEARERR: parsePointerArgument(statement, "clearerr"); break;
         case STMT_DELETE: parseDelete(statement); break;
         case STMT_USING: parseUsing(); break;
-        case STMT_CASESEN: parseCasesen(false); break;
-        case STMT_FLOATCONST: parseFloatconst(false); break;
+        case STMT_CASESEN: statement->operandA.tree = casesenStatement(); break;
+        case STMT_FLOATCONST: statement->operandA.tree = floatconstStatement(); break;
         case STMT_SRAND: parseOneArgument(statement, DT_UINT); break;
         case STMT_BREAK: parseBreak(statement); break;
         case STMT_CONTINUE: parseContinue(statement); break;
