@@ -235,6 +235,40 @@ ExprNode *threadCall(ExprNode *node, ExprNode *next) {
     return next;
 }
 
+// ---- Output
+// --------------------------------------------------------------------------------------
+
+// The arguments are evaluated as they are printed.
+ExprNode *threadPrint(ExprNode *node, ExprNode *next) {
+    threadArguments(node->left);
+    return emit(node, next);
+}
+
+ExprNode *threadPrintTo(ExprNode *node, ExprNode *next) {
+    threadArguments(node->right);
+    return threadLeft(node, next);
+}
+
+// A string is assigned to, so what leads to it runs first and lies below all else; of any other
+// destination the value is.
+ExprNode *threadDestination(ExprNode *destination, ExprNode *next) {
+    if (treeType(destination) != DT_STRING)
+        return compileRead(destination, next);
+    if (isLvalue(destination, false) != LVALUE_YES)
+        parseError("invalid lvalue of assignment operation");
+    return threadAssignTarget(destination, next);
+}
+
+ExprNode *threadPrintInto(ExprNode *node, ExprNode *next) {
+    threadArguments(node->right);
+    return threadDestination(node->left, emit(node, next));
+}
+
+ExprNode *threadPrintListInto(ExprNode *node, ExprNode *next) {
+    next = compileRead(node->third, compileRead(node->right, emit(node, next)));
+    return threadDestination(node->left, next);
+}
+
 // ---- Dispatch
 // ------------------------------------------------------------------------------------
 
@@ -248,6 +282,10 @@ constexpr ThreadRow threadRows[] = {
     {OP_AND, OP_AND, threadShortCircuit},
     {OP_GETPID, OP_GETPPID, threadWithoutArguments},
     {OP_FORK, OP_FORK, threadWithoutArguments},
+    {OP_VSPRINTF, OP_VSPRINTF, threadPrintListInto},
+    {OP_PRINTF, OP_PRINTF, threadPrint},
+    {OP_SPRINTF, OP_SPRINTF, threadPrintInto},
+    {OP_FPRINTF, OP_FPRINTF, threadPrintTo},
     {OP_RAND, OP_RAND, threadWithoutArguments},
     {OP_CLOCK, OP_CLOCK, threadWithoutArguments},
     {OP_SIZEOF, OP_SIZEOF, threadKeptLeft},
@@ -258,6 +296,7 @@ constexpr ThreadRow threadRows[] = {
     {OP_VA_START, OP_VA_START, threadWithoutArguments},
     {OP_INDIRECTION, OP_INDIRECTION, threadLeft},
     {OP_REAL_ARRAY, OP_IMAG_ARRAY, threadLeft},
+    {OP_PRINT_LIST, OP_PRINT_LIST, threadPrint},
     {OP_CAST, OP_CAST, threadCast},
     {OP_NEW, OP_NEW, threadNew},
     {OP_ASSIGN, OP_ASSIGN, threadAssign},
@@ -306,6 +345,11 @@ ExprNode *threadAssignTarget(ExprNode *target, ExprNode *next) {
     if (isPart(op))
         return threadAssignTarget(target->left, next);
     return op == OP_INDIRECTION || isMember(op) ? compileKept(target->left, next) : next;
+}
+
+void threadArguments(ExprNode *list) {
+    for (ExprNode *cell = list; cell; cell = cell->next)
+        cell->link = compileRead(cell->item, nullptr);
 }
 
 BranchChains branchChainsOf(const ExprNode *node) {
