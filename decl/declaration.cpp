@@ -16,6 +16,7 @@
 #include "decl/initialiser.h"
 #include "decl/scopeLists.h"
 #include "decl/typeWords.h"
+#include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
 #include "instance/report.h"

@@ -14,6 +14,7 @@
 #include "decl/declaration.h"
 #include "decl/structInfo.h"
 #include "decl/typeWords.h"
+#include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
 #include "instance/report.h"
@@ -212,7 +213,7 @@ bool closeStars(TypeInfo *info, FuncInfo *function, int declaredType) {
     if (!inner)
         return false;
     if (info->pointerFunction)
-        releaseFuncInfo(info->pointerFunction);
+        deleteNode(info->pointerFunction);
     info->pointerFunction = inner;
     inner->returnType = declaredType;
     inner->parameterLevel = function->parameterLevel;
@@ -288,7 +289,7 @@ void parseFunctionDeclarator(TypeInfo *info, int returnType, int level, int &sta
         if (info->kind > KIND_FUNCTION && !info->pointerFunction)
             info->pointerFunction = info->functionLink;
         else
-            releaseFuncInfo(info->functionLink);
+            deleteNode(info->functionLink);
     }
     info->functionLink = function;
     function->parameterLevel = static_cast<uint16_t>(level + 1);

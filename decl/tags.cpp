@@ -2,7 +2,7 @@
 
 #include "decl/aggregates.h"
 #include "decl/scopeLists.h"
-#include "expr/value.h"
+#include "expr/nodes.h"
 #include "instance/report.h"
 #include "stmt/parseStack.h"
 

@@ -122,6 +122,20 @@ void openBlockStatement() {
 
 }  // namespace
 
+// else, case, default.
+void parseClause(int code) {
+    constexpr int elseCode = 1, caseCode = 3, defaultCode = 4;
+    switch (code) {
+        case elseCode:
+            if (!openElse())
+                parseError("Can't have an 'else' here ");
+            break;
+        case caseCode: parseCaseLabel(false); break;
+        case defaultCode: parseCaseLabel(true); break;
+        default: break;
+    }
+}
+
 void parseDeclarationStatement() {
     if (!declarationFits()) {
         parseError("invalid place for a declaration");
@@ -151,9 +165,11 @@ void parseWordStatement(int code) {
         return;
     }
     bool isFor = code == STMT_FOREACH;
-    auto kind = static_cast<StmtKind>(code == STMT_FOREACH_WORD ? STMT_FOREACH
-                                      : isFor                  ? STMT_LOOP
-                                                               : code);
+    auto kind = static_cast<StmtKind>(code);
+    if (isFor)
+        kind = STMT_LOOP;
+    else if (code == STMT_FOREACH_WORD)
+        kind = STMT_FOREACH;
     StmtNode *statement = newStatement(kind);
     switch (kind) {
         case STMT_FOREACH: parseForeach(statement); break;

@@ -296,8 +296,8 @@ protected:
         body.kind = inner.kind = STMT_BLOCK;
         body.level = 3;
         inner.level = 4;
-        body.operandB = &block;
-        inner.operandB = &body;
+        body.operandB.statement = &block;
+        inner.operandB.statement = &body;
         localV = declare(&body.symbols(), "v", 3, DT_INT);
         innerW = declare(&inner.symbols(), "w", 4, DT_INT);
         function->body = &body;
