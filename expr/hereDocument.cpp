@@ -112,10 +112,10 @@ struct TypeFormat {
     const char *format;
 };
 constexpr TypeFormat typeFormats[] = {
-    {DT_CHAR, "%c"},      {DT_UCHAR, "%c"},      {DT_SHORT, "%hd"},     {DT_USHORT, "%hu"},
-    {DT_INT, "%d"},       {DT_UINT, "%u"},       {DT_LLONG, "%I64d"},   {DT_ULLONG, "%I64u"},
-    {DT_FLOAT, "%.2f"},   {DT_COMPLEX, "%.2f"},  {DT_DUAL, "%.2f"},     {DT_DOUBLE, "%.4lf"},
-    {DT_DCOMPLEX, "%.4lf"}, {DT_DDUAL, "%.4lf"}, {DT_STRING, "%s"},     {DT_P_CHAR, "%s"},
+    {DT_CHAR, "%c"},        {DT_UCHAR, "%c"},     {DT_SHORT, "%hd"},   {DT_USHORT, "%hu"},
+    {DT_INT, "%d"},         {DT_UINT, "%u"},      {DT_LLONG, "%I64d"}, {DT_ULLONG, "%I64u"},
+    {DT_FLOAT, "%.2f"},     {DT_COMPLEX, "%.2f"}, {DT_DUAL, "%.2f"},   {DT_DOUBLE, "%.4lf"},
+    {DT_DCOMPLEX, "%.4lf"}, {DT_DDUAL, "%.4lf"},  {DT_STRING, "%s"},   {DT_P_CHAR, "%s"},
     {DT_P_UCHAR, "%s"},
 };
 

@@ -36,9 +36,7 @@ bool isHiddenMember(const StructInfo *info, const TypeInfo *member) {
     return (member->flags & FLAG_PRIVATE) && member->dataType != DT_TAG && !insideClass(info);
 }
 
-const char *plainTag(const char *name) {
-    return strncmp(name, "_zy_", 4) == 0 ? name + 4 : name;
-}
+const char *plainTag(const char *name) { return strncmp(name, "_zy_", 4) == 0 ? name + 4 : name; }
 
 TypeInfo *findMember(const ExprNode *tree, NameEntry *name) {
     const StructInfo *info = structInfoOf(tree);

@@ -1,6 +1,6 @@
-// The main loop of the parser: tokens, operators and their precedences. Operands are the business of
-// the other sources. An operator waits on its stack until one that binds less tightly arrives; it is
-// then bound to its operands and becomes an operand itself.
+// The main loop of the parser: tokens, operators and their precedences. Operands are the business
+// of the other sources. An operator waits on its stack until one that binds less tightly arrives;
+// it is then bound to its operands and becomes an operand itself.
 
 #include "expr/parser.h"
 

@@ -150,8 +150,8 @@ bool readStream(Arguments &arguments, int code, bool runMode) {
 // ---- Calls --------------------------------------------------------------------------------------
 
 const TypeInfo *firstFormal(const FuncInfo *function) {
-    bool hasThis = function->parameters && function->owner &&
-                   (function->owner->flags & FLAG_MEMBER_FUNCTION);
+    bool hasThis =
+        function->parameters && function->owner && (function->owner->flags & FLAG_MEMBER_FUNCTION);
     return hasThis ? function->parameters->next : function->parameters;
 }
 
@@ -266,7 +266,8 @@ int rankOf(const ExprNode *tree) {
     if (isOperator(tree) && tree->op == OP_ADDRESS)
         return rankOf(tree->left) + 1;
     const TypeInfo *array = declarationOf(tree);
-    if (array && array->arrayLink && isOperator(tree) && (isMember(tree->op) || tree->op == OP_CALL))
+    if (array && array->arrayLink && isOperator(tree) &&
+        (isMember(tree->op) || tree->op == OP_CALL))
         return static_cast<int>(array->arrayLink->rank);
     Bounds bounds;
     return boundsOf(tree, bounds) ? static_cast<int>(bounds.size()) : 0;
@@ -382,8 +383,7 @@ ExprNode *parseBuiltin(int code, bool runMode) {
         case OP_SIZEOF: return parseSizeof(runMode);
         case OP_ELEMENTTYPE: return parseElementType(runMode);
         case OP_DEFINED: return parseDefined();
-        case OP_ISKEY:
-            return evaluateIsKey(parsePrimary(newOperatorNode(code), runMode));
+        case OP_ISKEY: return evaluateIsKey(parsePrimary(newOperatorNode(code), runMode));
         default: break;
     }
     ExprNode *node = newOperatorNode(code);

@@ -1,5 +1,5 @@
-// What the sources of the expression parser share: the state of one call of it, and what each source
-// does for the others.
+// What the sources of the expression parser share: the state of one call of it, and what each
+// source does for the others.
 #pragma once
 
 #include "expr/operators.h"
@@ -10,8 +10,8 @@
 
 namespace zy {
 
-constexpr int MAX_WAITING = 9;           // operators that can wait at one level of parentheses
-constexpr int MAX_NESTING = 256;         // levels of parentheses, arguments, subscripts
+constexpr int MAX_WAITING = 9;    // operators that can wait at one level of parentheses
+constexpr int MAX_NESTING = 256;  // levels of parentheses, arguments, subscripts
 constexpr int ASSIGNMENT_PRECEDENCE = 2;
 constexpr int POSTFIX_PRECEDENCE = 16;
 
@@ -99,7 +99,8 @@ bool isHiddenMember(const StructInfo *info, const TypeInfo *member);
 // The name of a tag as it was written: without what sets it apart from an object of that name.
 const char *plainTag(const char *name);
 
-// How expressions are separated while something is read: whether a comma ends one, and whether << and
+// How expressions are separated while something is read: whether a comma ends one, and whether <<
+// and
 // >> do, as in a stream form. They do so by the class of their rows in the keyword table.
 class SeparatorScope {
 public:

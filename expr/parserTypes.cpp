@@ -143,11 +143,11 @@ struct Conversion {
     int type, code;
 };
 constexpr Conversion conversions[] = {
-    {DT_CHAR, OP_TO_CHAR},       {DT_SHORT, OP_TO_SHORT},     {WORD_SHORT, OP_TO_SHORT},
-    {DT_INT, OP_TO_INT},         {WORD_SIGNED, OP_TO_INT},    {WORD_LONG, OP_TO_INT},
-    {DT_UINT, OP_TO_UINT},       {WORD_UNSIGNED, OP_TO_UINT}, {DT_FLOAT, OP_TO_FLOAT},
-    {DT_DOUBLE, OP_TO_DOUBLE},   {DT_COMPLEX, OP_TO_COMPLEX}, {WORD_COMPLEX, OP_TO_COMPLEX},
-    {DT_DUAL, OP_TO_DUAL},       {WORD_DUAL, OP_TO_DUAL},     {DT_STRING, OP_TO_STRING},
+    {DT_CHAR, OP_TO_CHAR},     {DT_SHORT, OP_TO_SHORT},     {WORD_SHORT, OP_TO_SHORT},
+    {DT_INT, OP_TO_INT},       {WORD_SIGNED, OP_TO_INT},    {WORD_LONG, OP_TO_INT},
+    {DT_UINT, OP_TO_UINT},     {WORD_UNSIGNED, OP_TO_UINT}, {DT_FLOAT, OP_TO_FLOAT},
+    {DT_DOUBLE, OP_TO_DOUBLE}, {DT_COMPLEX, OP_TO_COMPLEX}, {WORD_COMPLEX, OP_TO_COMPLEX},
+    {DT_DUAL, OP_TO_DUAL},     {WORD_DUAL, OP_TO_DUAL},     {DT_STRING, OP_TO_STRING},
 };
 
 int conversionCode(int type) {
@@ -208,8 +208,7 @@ bool sizeOfElement(int dataType, const StructInfo *aggregate, Size &size) {
 Size extentOf(const ExprNode *lower, const ExprNode *limit) {
     const Value *first = constantOf(lower), *end = constantOf(limit);
     bool known = first && end && end->payload.i != OPEN_LIMIT && end->payload.i > first->payload.i;
-    return known ? static_cast<Size>(static_cast<long long>(end->payload.i) - first->payload.i)
-                 : 0;
+    return known ? static_cast<Size>(static_cast<long long>(end->payload.i) - first->payload.i) : 0;
 }
 
 Size elementCount(const ArrayInfo *info) {
@@ -240,7 +239,7 @@ bool sizeOfDeclared(const TypeInfo *info, Size &size) {
 bool sizeOfArrayTree(const ExprNode *tree, Size &size) {
     Bounds bounds;
     const TypeInfo *array = declarationOf(tree);
-    if (!array || arrayShapeKind(tree) != SHAPE_FIXED || !boundsOf(tree, bounds))
+    if (!array || arrayShapeKind(tree) != SHAPE_KNOWN || !boundsOf(tree, bounds))
         return false;
     bool known = sizeOfElement(array->dataType, array->structLink, size);
     for (const Dimension &dimension : bounds)
@@ -437,8 +436,8 @@ ExprNode *newWithValue(TypeInfo *type, bool runMode) {
         releaseTypeInfo(type);
         if (!isOpen)
             return nullptr;
-        return parsePrimary(newOperatorNode(OP_CALL, newSymbolNode(const_cast<Symbol *>(constructor))),
-                            runMode);
+        return parsePrimary(
+            newOperatorNode(OP_CALL, newSymbolNode(const_cast<Symbol *>(constructor))), runMode);
     }
     SeparatorScope brackets(false, KC_OPERATOR);
     ExprNode *value = nullptr;
@@ -497,7 +496,8 @@ ExprNode *constructorCalls(Symbol *constructor, Size count) {
 ExprNode *newObjects(ExprNode *leaf, Symbol *constructor) {
     const TypeInfo *type = leaf->payload.symbol;
     const FuncInfo *function = constructor->functionLink;
-    const TypeInfo *formal = function && function->parameters ? function->parameters->next : nullptr;
+    const TypeInfo *formal =
+        function && function->parameters ? function->parameters->next : nullptr;
     bool isArrayType = isArray(treeType(leaf));
     if (isArrayType && formal && formal->dataType != DT_VOID) {
         parseError("missing argument for constructor %s(). cannot allocate array of %s ",

@@ -79,8 +79,8 @@ uint64_t sizeOfValue(const ExprNode *tree, const Value *value) {
 }
 
 // The bounds of a type come in pairs, lower limit last in the list and so first on the stack.
+// `size` is that of an element.
 bool sizeOfBounds(ExprNode *list, uint64_t &size) {
-    size = 0;
     for (ExprNode *cell = list; cell && cell->next; cell = cell->next->next) {
         Value *first = popValue();
         Value *second = popValue();
@@ -88,8 +88,6 @@ bool sizeOfBounds(ExprNode *list, uint64_t &size) {
             endChain();
             return false;
         }
-        if (cell == list)
-            size = elementSize(first->type);
         size *= truncateToUint64(readDouble(second) - readDouble(first));
         recycleValue(first);
         recycleValue(second);
@@ -102,6 +100,7 @@ bool sizeOfBounds(ExprNode *list, uint64_t &size) {
 void sizeofOperator(ExprNode *node) {
     uint64_t size = 0;
     if (node->left->kind == NODE_LIST) {
+        size = node->right ? node->right->payload.ull : 0;
         if (!sizeOfBounds(node->left, size))
             return;
     } else {

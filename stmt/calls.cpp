@@ -11,6 +11,7 @@
 #include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/readers.h"
+#include "expr/routines.h"
 #include "expr/scope.h"
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
@@ -227,6 +228,8 @@ int callFunction(ExprNode *node) {
     saveStatementPhases(context, function->body);
     return 0;
 }
+
+void callOperator(ExprNode *node) { callFunction(node); }
 
 // ---- The way back ---------------------------------------------------------------------------------
 
