@@ -1,4 +1,4 @@
-// The expression parser: an operator-precedence parser over the token stream, with two explicit
+// open header: The expression parser: an operator-precedence parser over the token stream, with two explicit
 // stacks. It leaves a typed tree, in which each operator has the code that says what to run; the
 // caller threads it with compileChain(). Each parenthesis, argument and subscript is a call of its
 // own, and so has its own nine places for operators that wait.

@@ -14,16 +14,17 @@ namespace zy {
 
 namespace {
 
-// The record: a node of kind NODE_FOREACH whose operand fields hold these.
-struct LoopRecord {
-    ExprNode *node;
-
-    VarCell *&index() { return reinterpret_cast<VarCell *&>(node->left); }
-    char *&list() { return reinterpret_cast<char *&>(node->right); }
-    char *&delimiters() { return reinterpret_cast<char *&>(node->third); }
-    char *&position() { return reinterpret_cast<char *&>(node->fourth); }
-    StmtNode *&statement() { return reinterpret_cast<StmtNode *&>(node->link); }
+struct ForeachState {
+    VarCell *index;
+    char *list, *delimiters;  // owned
+    char *position;
+    const StmtNode *statement;
 };
+
+// The record on the stack, a node of kind NODE_FOREACH, and what it stands for.
+ForeachState *stateOf(const ExprNode *record) {
+    return static_cast<ForeachState *>(record->payload.p);
+}
 
 // The next token; NULL if there is none. The token is cut off where it stands.
 char *splitToken(char *text, const char *delimiters, char *&position) {
@@ -40,8 +41,8 @@ char *splitToken(char *text, const char *delimiters, char *&position) {
     return start;
 }
 
-void storeToken(LoopRecord record, char *token) {
-    VarCell *index = record.index();
+void storeToken(const ForeachState *state, char *token) {
+    VarCell *index = state->index;
     if (index->type == DT_STRING) {
         free(index->data.text);
         index->data.text = copyString(token);
@@ -56,26 +57,28 @@ char *takeText(Value *value) {
 }
 
 void releaseRecord(ExecContext *context) {
-    LoopRecord record{popValue()};
-    free(record.list());
-    free(record.delimiters());
-    recycleValue(record.node);
+    ExprNode *record = popValue();
+    ForeachState *state = stateOf(record);
+    free(state->list);
+    free(state->delimiters);
+    delete state;
+    recycleValue(record);
     if (context->stack)
         deleteValue(popValue());  // what ends the loop
 }
 
-// The loop's record, with what stands above it released; no node after a message.
-LoopRecord findRecord(ExecContext *context, const StmtNode *statement, const char *failure) {
-    while (Value *top = context->stack) {
-        if (top->kind == NODE_FOREACH && LoopRecord{top}.statement() == statement)
-            return {top};
-        if (top->kind == NODE_FOREACH)
-            releaseRecord(context);
-        else
+// The loop's record, with what stands above it released; NULL after a message.
+ExprNode *findRecord(ExecContext *context, const StmtNode *statement, const char *failure) {
+    while (ExprNode *top = context->stack) {
+        if (top->kind != NODE_FOREACH)
             deleteValue(popValue());
+        else if (stateOf(top)->statement == statement)
+            return top;
+        else
+            releaseRecord(context);
     }
     runError("%s", failure);
-    return {nullptr};
+    return nullptr;
 }
 
 void startForeach(ExecContext *context, StmtNode *statement) {
@@ -85,21 +88,17 @@ void startForeach(ExecContext *context, StmtNode *statement) {
     if (list && popped)
         recycleValue(list);
     Value *top = context->stack;  // the delimiters
-    char *delimiters = takeText(top);
+    auto *state = new ForeachState{findVarCell(variableOf(statement->operandA.tree)), text,
+                                   takeText(top), nullptr, statement};
     top->kind = NODE_FOREACH;
-    LoopRecord record{top};
-    record.statement() = statement;
-    record.index() = findVarCell(variableOf(statement->operandA.tree));
-    record.list() = text;
-    record.delimiters() = delimiters;
-    record.position() = nullptr;
-    storeToken(record, text ? splitToken(text, delimiters, record.position()) : nullptr);
+    top->payload.p = state;
+    storeToken(state, text ? splitToken(text, state->delimiters, state->position) : nullptr);
     statement->level = 1;
 }
 
-bool goesOn(LoopRecord record) {
-    const char *token = record.index()->data.text;
-    const Value *end = record.node->next;
+bool goesOn(const ExprNode *record) {
+    const char *token = stateOf(record)->index->data.text;
+    const Value *end = record->next;
     const char *terminator = end && end->type != DT_NULL ? end->payload.text : nullptr;
     return token && (!terminator || strcmp(token, terminator) != 0);
 }
@@ -109,8 +108,7 @@ bool goesOn(LoopRecord record) {
 void runForeach(ExecContext *context, StmtNode *statement) {
     if (statement->level == 0)
         startForeach(context, statement);
-    LoopRecord record{context->stack};
-    if (goesOn(record)) {
+    if (goesOn(context->stack)) {
         moveTo(context, statement->operandE.statement);
         return;
     }
@@ -120,19 +118,19 @@ void runForeach(ExecContext *context, StmtNode *statement) {
 }
 
 void advanceForeach(ExecContext *context, StmtNode *statement, const char *failure) {
-    LoopRecord record = findRecord(context, statement, failure);
-    if (!record.node) {
+    ExprNode *record = findRecord(context, statement, failure);
+    if (!record) {
         moveTo(context, statement->next);
         return;
     }
-    storeToken(record, splitToken(nullptr, record.delimiters(), record.position()));
+    ForeachState *state = stateOf(record);
+    storeToken(state, splitToken(nullptr, state->delimiters, state->position));
     context->statement = statement;
     context->phase = 2;  // in progress: its chain isn't loaded again
 }
 
 void abandonForeach(ExecContext *context, StmtNode *statement) {
-    LoopRecord record = findRecord(context, statement, "cannot find FOR node (stack error)");
-    if (record.node)
+    if (findRecord(context, statement, "cannot find FOR node (stack error)"))
         releaseRecord(context);
     statement->level = 0;
     moveTo(context, statement->next);

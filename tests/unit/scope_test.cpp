@@ -365,7 +365,7 @@ TEST_F(MemberTest, TheRunTimeSearchSeesTheSame) {
     StmtNode statement{};
     statement.kind = 41;
     statement.next = &end;
-    end.operandB = &inner;
+    end.operandB.statement = &inner;
     auto findAt = [&](ExecContext *context, const char *text) {
         strcpy(lineBuffer, ";");
         linePos = 0;
