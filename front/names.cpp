@@ -65,7 +65,7 @@ NameEntry *lookupName(const char *text) { return lookupHashedName(text, nameHash
 
 NameEntry *lookupHashedName(const char *text, uint16_t hash) {
     auto matches = [=](const NameEntry *entry) {
-        return entry->hash == hash && strcmp(entry->text, text) == 0;
+        return entry->hash == hash && !entry->hidden && strcmp(entry->text, text) == 0;
     };
     NameEntry *&known = indexed(text, hash);
     if (known && matches(known))
@@ -78,7 +78,8 @@ NameEntry *lookupHashedName(const char *text, uint16_t hash) {
 
 NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length) {
     return findName(text, [=](const NameEntry *entry) {
-        return entry->hash == hash && (length < 2 || strncmp(entry->text, text, length) == 0);
+        return entry->hash == hash && !entry->hidden &&
+               (length < 2 || strncmp(entry->text, text, length) == 0);
     });
 }
 

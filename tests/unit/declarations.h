@@ -31,8 +31,8 @@ protected:
         inner.operandB.statement = &main;
         globalBlock = currentBlock = &main;
         parseStack[0] = parseStack[1] = parseStack[2] = {true, &main};
-        parseStack[3] = {true, &inner};
         parseTop = 2;
+        declaration.kind = STMT_DECLARATION;
         before = liveValueCount();
     }
     void TearDown() override {
@@ -54,6 +54,7 @@ protected:
 
     void enterInner() {
         currentBlock = &inner;
+        parseStack[3] = {true, &inner};
         parseTop = 3;
     }
 
@@ -79,6 +80,8 @@ protected:
     std::string read(const std::string &text) {
         return errorsOf([&] {
             begin(text);
+            // As the statement parser has it: const objects take their initial values.
+            parseStack[++parseTop] = {true, &declaration};
             while (!endOfInput && !errorFlag) {
                 declare(nullptr, currentBlock->level, &currentBlock->operandD.tags,
                         &currentBlock->symbols(), nullptr, nullptr, CONTEXT_PLAIN);
@@ -86,10 +89,12 @@ protected:
                     break;
                 nextToken();
             }
+            parseTop--;
         });
     }
 
     StmtNode main, inner;
+    StmtNode declaration = {};
     int before = 0;
 };
 

@@ -9,6 +9,7 @@
 #include "expr/evaluator.h"
 #include "expr/nodes.h"
 #include "stmt/parser.h"
+#include "stmt/program.h"
 
 namespace zy {
 
@@ -32,11 +33,8 @@ protected:
         });
     }
     static void dropPending() {
-        while (StmtNode *statement = pendingBefore) {
-            pendingBefore = statement->next;
-            deleteNode(statement->operandA.tree);
-            free(statement);
-        }
+        releaseStatements(pendingBefore);
+        pendingBefore = nullptr;
     }
 
     static VarCell *cellOf(const char *name) { return findVarCell(lookupName(name)->symbol); }
