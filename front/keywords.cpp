@@ -145,6 +145,7 @@ void releaseKeywords() {
     releaseTable(keywordSnapshot);
     releaseList(shadowedKeywords);
     releaseList(retiredKeywords);
+    keywordHashes.reset();
     findKeptOperators();
 }
 
