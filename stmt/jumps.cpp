@@ -172,7 +172,7 @@ Enclosing *enclosingStatements() {
     if (!list)
         return nullptr;
     list->count = 0;
-    for (int index = parseTop - 1; index > FILE_LEVEL_TOP && !functionAt(index); index--)
+    for (int index = parseTop - 1; index >= FILE_LEVEL_TOP && !functionAt(index); index--)
         if (StmtNode *owner = ownerAt(index))
             list->statements[list->count++] = owner;
     return list;
@@ -271,7 +271,7 @@ StmtNode *blockBelow(int index) {
 // The entry of the innermost statement that a jump of this sort belongs to; 0 if there is none in
 // this function.
 int jumpTarget(bool isBreak) {
-    for (int index = parseTop - 1; index > FILE_LEVEL_TOP && !functionAt(index); index--) {
+    for (int index = parseTop - 1; index >= FILE_LEVEL_TOP && !functionAt(index); index--) {
         const StmtNode *owner = ownerAt(index);
         if (!owner)
             continue;

@@ -93,6 +93,8 @@ StmtNode *newStep(ExprNode *tree) {
 }
 
 bool comesNext(char c) {
+    if (pushedBack)
+        return tokenClass == TK_CHAR && tokenValue.character == c;
     peekNonBlank();
     return lineBuffer[linePos] == c;
 }
