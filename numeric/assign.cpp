@@ -248,15 +248,19 @@ void assignVariable(const Value *value, TypeInfo *symbol) {
         afterStore(symbol, cell);
 }
 
-// A reference takes the variable that it is given first, and is that variable from then on.
+// A reference takes the variable that it is given first, and is that variable from then on. Given
+// any other value it is a variable of its own.
 bool bindReference(ExprNode *node, TypeInfo *symbol) {
     VarCell *cell = findVarCellLink(symbol);
-    TypeInfo *target = variableOf(node);
-    if (cell->type == DT_LINK || !target)
+    bool isBound = cell->type != DT_LINK || cell->data.p;
+    if (isBound)
         return false;
-    cell->data.p = findVarCell(target);
-    cell->type = DT_LINK;
-    return true;
+    if (TypeInfo *target = variableOf(node)) {
+        cell->data.p = findVarCell(target);
+        return true;
+    }
+    cell->type = static_cast<uint32_t>(symbol->dataType);
+    return false;
 }
 
 // ---- *p --------------------------------------------------------------------------------------------
