@@ -123,7 +123,7 @@ int appendFile(const char *path, bool run) {
     return append(file, path, run);
 }
 
-// ---- Code as a text ---------------------------------------------------------------------------------
+// ---- Code as a text -----------------------------------------------------------------------------
 
 std::string temporaryFolder() {
     for (const char *name : {"TMP", "TEMP"})

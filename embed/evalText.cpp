@@ -46,8 +46,8 @@ public:
 
 private:
     int16_t length = lineLength, position = linePos, depth = sourceDepth;
-    bool inFile = fileMode, inString = stringMode, inputEnded = endOfInput,
-         fileEnded = endOfFile, heldBack = pushedBack;
+    bool inFile = fileMode, inString = stringMode, inputEnded = endOfInput, fileEnded = endOfFile,
+         heldBack = pushedBack;
     int32_t lineNumber = currentLine;
     const char *name = sourceDepth >= 0 ? sourceNames[sourceDepth] : nullptr;
     ExecContext *context = currentContext;

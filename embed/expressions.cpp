@@ -23,7 +23,7 @@ namespace zy {
 
 namespace {
 
-// ---- Values to the host ------------------------------------------------------------------------------
+// ---- Values to the host -------------------------------------------------------------------------
 
 // Evaluates; the value, to be released, or NULL if there is none (an abort leaves none).
 Value *evaluate(const char *expr, int &status) {
@@ -54,8 +54,7 @@ void putText(void *result, const Value *value) {
     memcpy(&old, result, sizeof old);
     free(old);
     bool isText = value->type == DT_STRING || value->type == DT_P_CHAR;
-    put(result, isText ? copyString(value->payload.text)
-                       : copyString(valueToText(value).c_str()));
+    put(result, isText ? copyString(value->payload.text) : copyString(valueToText(value).c_str()));
 }
 
 void putNumber(void *result, int type, const Value *value) {
@@ -87,7 +86,7 @@ void storeForHost(void *result, int type, const Value *value) {
     }
 }
 
-// ---- Values from the host ----------------------------------------------------------------------------
+// ---- Values from the host -----------------------------------------------------------------------
 
 bool isAggregateCode(int code) {
     return code == ZY_TYPE_STRUCT || code == ZY_TYPE_CLASS || code == ZY_TYPE_UNION;
@@ -174,7 +173,7 @@ Value *valueFromHost(int code, va_list list) {
     return nullptr;
 }
 
-// ---- Zy_SetVar ----------------------------------------------------------------------------------------
+// ---- Zy_SetVar ----------------------------------------------------------------------------------
 
 Symbol *visibleSymbol(const char *name) {
     NameEntry *entry = name ? lookupName(name) : nullptr;
@@ -278,7 +277,8 @@ int Zy_vSetVar(void *, const char *name, int type, va_list list) {
 }
 
 int Zy_DeclareVar_kernel(void *, char *declaration) {
-    return declaration ? declareText(declaration, "declaration code passed is larger than %d bytes") : -1;
+    return declaration ? declareText(declaration, "declaration code passed is larger than %d bytes")
+                       : -1;
 }
 
 int Zy_DeclareTypedef_kernel(void *, const char *name) {

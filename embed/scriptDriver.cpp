@@ -10,8 +10,7 @@ namespace zy {
 
 namespace {
 
-// ---- A second run is refused
-// ----------------------------------------------------------------------
+// ---- A second run is refused --------------------------------------------------------------------
 
 enum RunEntry { RUN_SCRIPT, RUN_SCRIPT_M, EXEC_SCRIPT, EXEC_SCRIPT_M };
 
@@ -37,8 +36,7 @@ bool refused(RunEntry entry) {
     return true;
 }
 
-// ---- One run
-// --------------------------------------------------------------------------------------
+// ---- One run ------------------------------------------------------------------------------------
 
 int countArguments(char **argv) {
     int count = 0;

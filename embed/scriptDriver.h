@@ -1,5 +1,5 @@
-// Running scripts: the phases of a run, the functions given to atexit. The services with their state
-// machine are in embed/scriptDriver.cpp.
+// Running scripts: the phases of a run, the functions given to atexit. The services with their
+// state machine are in embed/scriptDriver.cpp.
 #pragma once
 
 #include <cstdio>

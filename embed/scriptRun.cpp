@@ -33,7 +33,7 @@ FILE *openScript(const char *path) {
     return platform::isDirectory(path) ? nullptr : fopen(path, "r");
 }
 
-// ---- Parsing --------------------------------------------------------------------------------------
+// ---- Parsing ------------------------------------------------------------------------------------
 
 namespace {
 
@@ -96,7 +96,7 @@ bool parseFile(FILE *file, const char *path) {
 
 int parseScriptFile(FILE *file, const char *path) { return parseFile(file, path) ? 0 : -1; }
 
-// ---- main -----------------------------------------------------------------------------------------
+// ---- main ---------------------------------------------------------------------------------------
 
 namespace {
 
@@ -244,9 +244,9 @@ int runScriptFile(FILE *file, const char *path, bool) {
 }
 
 void readStartupFile(const char *path) {
-    std::string file = path ? path
-                            : std::string(homeFolder) + "/config/" +
-                                  (e_lang->restricted ? "zysrc" : "zyrc");
+    std::string file =
+        path ? path
+             : std::string(homeFolder) + "/config/" + (e_lang->restricted ? "zysrc" : "zyrc");
     if (FILE *stream = openScript(file.c_str())) {
         int restricted = e_lang->restricted;
         e_lang->restricted = 0;  // what the system's manager wrote is trusted

@@ -55,8 +55,7 @@ private:
 
 using Threading = void (*)(ChainBuilder &chain, ExprNode *node);
 
-// ---- The plain orders
-// ----------------------------------------------------------------------------
+// ---- The plain orders ---------------------------------------------------------------------------
 
 void threadAll(ChainBuilder &chain, ExprNode *node) {
     chain.emit(node);
@@ -99,8 +98,7 @@ void threadSubscript(ChainBuilder &chain, ExprNode *node) {
     chain.keep(node->right);
 }
 
-// ---- On demand
-// -----------------------------------------------------------------------------------
+// ---- On demand ----------------------------------------------------------------------------------
 
 void keepBranches(ExprNode *node, ExprNode *first, ExprNode *second) {
     if (!node->fourth) {
@@ -124,8 +122,7 @@ void threadConditional(ChainBuilder &chain, ExprNode *node) {
     threadLeft(chain, node);
 }
 
-// ---- Casts and new
-// -------------------------------------------------------------------------------
+// ---- Casts and new ------------------------------------------------------------------------------
 
 ExprNode *boundsOfType(const ExprNode *leaf) {
     const TypeInfo *type = variableOf(leaf);
@@ -168,8 +165,7 @@ void threadArrayBounds(ChainBuilder &chain, ExprNode *node) {
     chain.read(array && array->arrayLink ? array->arrayLink->bounds : nullptr);
 }
 
-// ---- Assignment
-// ----------------------------------------------------------------------------------
+// ---- Assignment ---------------------------------------------------------------------------------
 
 const ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
     if (!field)
@@ -213,8 +209,7 @@ void threadAddress(ChainBuilder &chain, ExprNode *node) {
     chain.target(node->left);
 }
 
-// ---- Calls
-// ---------------------------------------------------------------------------------------
+// ---- Calls --------------------------------------------------------------------------------------
 
 bool isReference(const TypeInfo *formal) {
     return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
@@ -259,8 +254,7 @@ void threadCall(ChainBuilder &chain, ExprNode *node) {
     }
 }
 
-// ---- Output
-// --------------------------------------------------------------------------------------
+// ---- Output -------------------------------------------------------------------------------------
 
 // The arguments are evaluated as they are printed.
 void threadPrint(ChainBuilder &chain, ExprNode *node) {
@@ -298,8 +292,7 @@ void threadPrintListInto(ChainBuilder &chain, ExprNode *node) {
     threadDestination(chain, node->left);
 }
 
-// ---- Dispatch
-// ------------------------------------------------------------------------------------
+// ---- Dispatch -----------------------------------------------------------------------------------
 
 struct ThreadRow {
     int first, last;

@@ -14,7 +14,7 @@
 
 namespace zy {
 
-// ---- Integers: special values have a store of their own --------------------------------------------
+// ---- Integers: special values have a store of their own -----------------------------------------
 
 namespace {
 
@@ -30,14 +30,15 @@ struct IntegerTarget {
 constexpr int64_t INTEGER_NAN = 0x7FFFFFFF;
 
 constexpr IntegerTarget integerTargets[] = {
-    {"assign NaN to a char variable. ", "assign NaN to a char variable. ", 127, 127, 127, -128, true},
+    {"assign NaN to a char variable. ", "assign NaN to a char variable. ", 127, 127, 127, -128,
+     true},
     {"assign NaN to a unsigned char variable. ", "assign NaN to an unsigned  char variable. ", 127,
      255, 255, 0, true},
     {"assign NaN to a short variable. ", "assign NaN to a short variable. ", -1, 0, 0, 0, false},
     {"assign NaN to an unsigned short variable. ", "assign NaN to an unsigned short variable. ",
      65535, 0, 0, 0, false},
-    {"assign NaN to an integer variable. ", "assign NaN to an int variable. ", INTEGER_NAN, INT32_MIN,
-     0, 0, false},
+    {"assign NaN to an integer variable. ", "assign NaN to an int variable. ", INTEGER_NAN,
+     INT32_MIN, 0, 0, false},
     {"assign NaN to an unsigned int variable. ", "assign NaN to an unsigned  int variable. ",
      INTEGER_NAN, 0, 0, 0, false},
     {"assign NaN to a long long int variable. ", "assign NaN to a long int variable. ", INTEGER_NAN,
@@ -104,7 +105,7 @@ void putInteger(void *address, int type, int64_t number) {
     }
 }
 
-// ---- Other scalars ---------------------------------------------------------------------------------
+// ---- Other scalars ------------------------------------------------------------------------------
 
 bool isPair(int type) {
     return type == DT_COMPLEX || type == DT_DUAL || type == DT_DCOMPLEX || type == DT_DDUAL;
@@ -182,8 +183,8 @@ bool storeInCell(VarCell *cell, const Value *value) {
 }
 
 void storeByPointerType(void *address, const Value *value, int pointerType) {
-    int type = isPointer(pointerType) && pointerType != DT_NULL ? dereference(pointerType)
-                                                                 : DT_UNDEFINED;
+    int type =
+        isPointer(pointerType) && pointerType != DT_NULL ? dereference(pointerType) : DT_UNDEFINED;
     if (type == DT_STRUCT || !storeScalar(address, type, value, StorePlace::VARIABLE))
         runError("unsupported data type for indirection operation *");
 }
@@ -197,7 +198,7 @@ void storeCellByPointer(void *address, const VarCell *cell, int pointerType) {
     storeByPointerType(address, &value, pointerType);
 }
 
-// ---- Targets ---------------------------------------------------------------------------------------
+// ---- Targets ------------------------------------------------------------------------------------
 
 namespace {
 
@@ -263,7 +264,7 @@ bool bindReference(ExprNode *node, TypeInfo *symbol) {
     return false;
 }
 
-// ---- *p --------------------------------------------------------------------------------------------
+// ---- *p -----------------------------------------------------------------------------------------
 
 // A NULL pointer variable gets room for what is stored.
 void *allocateFor(TypeInfo *symbol) {
@@ -272,8 +273,7 @@ void *allocateFor(TypeInfo *symbol) {
     int size = elementSize(type);
     if (cell->data.p || size <= 0)
         return nullptr;
-    runWarning(
-        "assign value to *ptr where ptr = NULL, memory  is automatically allocated for ptr");
+    runWarning("assign value to *ptr where ptr = NULL, memory  is automatically allocated for ptr");
     void *block = allocOrFail(static_cast<size_t>(size));
     if (block)
         memset(block, 0, static_cast<size_t>(size));
@@ -310,7 +310,7 @@ void assignThroughPointer(ExprNode *node, ExprNode *valueNode) {
         recycleValue(pointer);
 }
 
-// ---- real() and imag() as targets --------------------------------------------------------------------
+// ---- real() and imag() as targets ---------------------------------------------------------------
 
 // Stores one part at an address of that type. False for a type without such a part.
 bool storePart(void *address, int type, bool isImag, const Value *value) {
@@ -397,7 +397,7 @@ void assignPart(ExprNode *target, ExprNode *valueNode) {
         runError("undefined operation");
 }
 
-// ---- Dispatch --------------------------------------------------------------------------------------
+// ---- Dispatch -----------------------------------------------------------------------------------
 
 void assignToOperator(ExprNode *target, ExprNode *value) {
     switch (target->op) {

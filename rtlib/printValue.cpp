@@ -139,7 +139,8 @@ void printInteger(Sink &sink, const Conversion &conversion, int type, uint64_t b
     else if (conversion.length == LENGTH_SHORT)
         bits = isSigned ? static_cast<int16_t>(bits) : static_cast<uint16_t>(bits);
     else if (!wide)
-        bits = isSigned ? static_cast<int32_t>(bits) : static_cast<uint32_t>(bits);
+        bits = isSigned ? static_cast<uint64_t>(int64_t{static_cast<int32_t>(bits)})
+                        : static_cast<uint32_t>(bits);
     ConversionText text = conversionText(conversion, "ll", letter);
     if (isSigned)
         sink.print(text.text, static_cast<long long>(bits));

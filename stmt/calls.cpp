@@ -44,7 +44,7 @@ bool hasParameters(const FuncInfo *function) {
     return first && !(first->dataType == DT_VOID && first->kind < KIND_P_FUNCTION);
 }
 
-// ---- The callee -----------------------------------------------------------------------------------
+// ---- The callee ---------------------------------------------------------------------------------
 
 int failCall(int resultType) {
     pushValue(newZeroValue(resultType));
@@ -73,7 +73,7 @@ TypeInfo *calleeOf(ExprNode *node) {
     return symbol;
 }
 
-// ---- Arguments ------------------------------------------------------------------------------------
+// ---- Arguments ----------------------------------------------------------------------------------
 
 // A cell for a formal with the value, converted as an assignment converts it.
 VarCell *newArgument(const TypeInfo *formal, Value *value) {
@@ -231,7 +231,7 @@ int callFunction(ExprNode *node) {
 
 void callOperator(ExprNode *node) { callFunction(node); }
 
-// ---- The way back ---------------------------------------------------------------------------------
+// ---- The way back -------------------------------------------------------------------------------
 
 namespace {
 

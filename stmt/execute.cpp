@@ -27,7 +27,7 @@ constexpr auto armTable = [] {
     return table;
 }();
 
-// ---- Events ---------------------------------------------------------------------------------------
+// ---- Events -------------------------------------------------------------------------------------
 
 // Files of headers are not the user's own code.
 bool isHeader(const StmtNode *statement) {
@@ -41,8 +41,7 @@ void deliverIn(const StmtNode *statement, DebugEvent event) {
 }
 
 bool hasBegun(const StmtNode *statement) {
-    return statement && statement->kind == STMT_LOOP &&
-           statement->operandE.progress != NOT_STARTED;
+    return statement && statement->kind == STMT_LOOP && statement->operandE.progress != NOT_STARTED;
 }
 
 // The parts of a compound statement that have no line of their own make no event.
@@ -58,7 +57,7 @@ bool isStep(const StmtNode *statement) {
     }
 }
 
-// ---- The loop -------------------------------------------------------------------------------------
+// ---- The loop -----------------------------------------------------------------------------------
 
 // The arms of these load the chain themselves, when the condition is due.
 bool loadsOwnChain(const StmtNode *statement) {
@@ -124,7 +123,7 @@ bool truthOf(ExprNode *tree) {
     return truth;
 }
 
-// ---- Lists and blocks -----------------------------------------------------------------------------
+// ---- Lists and blocks ---------------------------------------------------------------------------
 
 void runNext(ExecContext *context, StmtNode *statement) { moveTo(context, statement->next); }
 
@@ -170,7 +169,7 @@ void runEnd(ExecContext *context, StmtNode *statement) {
     }
 }
 
-// ---- if, loops ------------------------------------------------------------------------------------
+// ---- if, loops ----------------------------------------------------------------------------------
 
 void runIf(ExecContext *context, StmtNode *statement) {
     unsigned char &progress = statement->operandD.progress;
@@ -232,11 +231,10 @@ void runDo(ExecContext *context, StmtNode *statement) {
         return;
     if (!statement->operandA.tree)
         runError("invalid do-loop");
-    decideLoop(context, statement,
-               statement->operandA.tree && truthOf(statement->operandA.tree));
+    decideLoop(context, statement, statement->operandA.tree && truthOf(statement->operandA.tree));
 }
 
-// ---- Jumps ----------------------------------------------------------------------------------------
+// ---- Jumps --------------------------------------------------------------------------------------
 
 void leaveBlocks(StmtNode *block, const StmtNode *outer) {
     for (; block && block != outer; block = block->enclosingBlock())

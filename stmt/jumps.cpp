@@ -16,7 +16,7 @@
 
 namespace zy {
 
-// ---- return ---------------------------------------------------------------------------------------
+// ---- return -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -149,7 +149,7 @@ void checkReturn(StmtNode *block, FuncInfo *function) {
     }
 }
 
-// ---- goto -----------------------------------------------------------------------------------------
+// ---- goto ---------------------------------------------------------------------------------------
 
 namespace {
 
@@ -256,7 +256,7 @@ void finishLabels(FuncInfo *function) {
             resolveAtFileLevel(label);
 }
 
-// ---- break and continue ---------------------------------------------------------------------------
+// ---- break and continue -------------------------------------------------------------------------
 
 namespace {
 
@@ -275,8 +275,8 @@ int jumpTarget(bool isBreak) {
         const StmtNode *owner = ownerAt(index);
         if (!owner)
             continue;
-        bool isLoop = owner->kind == STMT_LOOP || owner->kind == STMT_DO ||
-                      owner->kind == STMT_FOREACH;
+        bool isLoop =
+            owner->kind == STMT_LOOP || owner->kind == STMT_DO || owner->kind == STMT_FOREACH;
         if (isLoop || (isBreak && owner->kind == STMT_SWITCH))
             return index;
     }

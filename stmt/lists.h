@@ -34,9 +34,9 @@ void attachCases(StmtNode *statement);
 
 // ---- Cells (stmt/parserState.cpp) -------------------------------------------------------------
 
-extern ExprNode *pendingCases;                    // labels read and not attached yet
+extern ExprNode *pendingCases;                  // labels read and not attached yet
 extern NameEntry *lineConstant, *fileConstant;  // __LINE__ and __FILE__
-extern int syntaxErrors;                          // reported in this parse
+extern int syntaxErrors;                        // reported in this parse
 
 // ---- Jumps --------------------------------------------------------------------------------------
 

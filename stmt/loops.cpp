@@ -11,7 +11,7 @@
 
 namespace zy {
 
-// ---- Conditions -----------------------------------------------------------------------------------
+// ---- Conditions ---------------------------------------------------------------------------------
 
 bool parseCondition(StmtNode *statement, const char *word) {
     ExprNode *tree = parseTree();
@@ -41,7 +41,7 @@ bool parseParenthesised(StmtNode *statement, const char *word) {
 
 }  // namespace
 
-// ---- if, while, do --------------------------------------------------------------------------------
+// ---- if, while, do ------------------------------------------------------------------------------
 
 void parseIf(StmtNode *statement) {
     if (parseParenthesised(statement, "if-statement"))
@@ -79,7 +79,7 @@ bool parseDoCondition(StmtNode *statement) {
     return !errorFlag;
 }
 
-// ---- for ------------------------------------------------------------------------------------------
+// ---- for ----------------------------------------------------------------------------------------
 
 namespace {
 
@@ -146,7 +146,7 @@ void parseFor(StmtNode *statement) {
     }
 }
 
-// ---- foreach --------------------------------------------------------------------------------------
+// ---- foreach ------------------------------------------------------------------------------------
 
 namespace {
 

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int SYNTAX_ERROR_LIMIT = 10;
 
-// ---- Recovery -------------------------------------------------------------------------------------
+// ---- Recovery -----------------------------------------------------------------------------------
 
 const char *sourceName() {
     return sourceDepth >= 0 && sourceNames[sourceDepth] ? sourceNames[sourceDepth] : "";
@@ -67,7 +67,7 @@ bool recover() {
     return true;
 }
 
-// ---- Statements by their first token ----------------------------------------------------------------
+// ---- Statements by their first token ------------------------------------------------------------
 
 bool isTypedefName(const Symbol *symbol) { return symbol && symbol->storage == STORAGE_TYPEDEF; }
 
@@ -180,9 +180,10 @@ bool atEndOfInput() {
         return resolveFunctions(globalBlock->symbols(), true);
     }
     parseError("missing '}'");
-    plainError("maybe missing '}' at the end of program at line %d or there is an extra '{' in "
-               "other place in file '%s' ",
-               currentLine, sourceName());
+    plainError(
+        "maybe missing '}' at the end of program at line %d or there is an extra '{' in "
+        "other place in file '%s' ",
+        currentLine, sourceName());
     return false;
 }
 

@@ -1,7 +1,7 @@
-// open header: The statement parser. It pulls tokens, classifies each statement by its first token and by the
-// characters behind it, and builds one StmtNode for it, with its expressions as chains at once.
-// Declarations take effect while they are parsed: there is one pass and no tree of the program
-// beyond the lists of statements.
+// open header: The statement parser. It pulls tokens, classifies each statement by its first token
+// and by the characters behind it, and builds one StmtNode for it, with its expressions as chains
+// at once. Declarations take effect while they are parsed: there is one pass and no tree of the
+// program beyond the lists of statements.
 #pragma once
 
 #include "stmt/parseStack.h"

@@ -32,8 +32,7 @@ void visitForeach(StmtNode *statement, Visit &visit) {
 
 template <class Visit>
 void visitPhases(StmtNode *first, const StmtNode *stop, Visit &visit) {
-    for (StmtNode *statement = first;
-         statement && statement != stop && statement->kind != STMT_END;
+    for (StmtNode *statement = first; statement && statement != stop && statement->kind != STMT_END;
          statement = statement->next) {
         switch (statement->kind) {
             case STMT_BLOCK: visitPhases(statement->operandA.statement, nullptr, visit); break;

@@ -15,10 +15,10 @@ struct Enclosing {
 struct Label {
     Label *next;
     NameEntry *name;
-    StmtNode *statement;  // NULL until it is defined
-    StmtNode *block;      // the innermost block of the definition
-    FuncInfo *function;   // NULL at file level
-    bool wanted;          // a goto names it
+    StmtNode *statement;   // NULL until it is defined
+    StmtNode *block;       // the innermost block of the definition
+    FuncInfo *function;    // NULL at file level
+    bool wanted;           // a goto names it
     Enclosing *enclosing;  // of the definition; owned
 };
 

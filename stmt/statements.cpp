@@ -53,7 +53,7 @@ bool declarationFits() {
     return !owner || owner->kind == STMT_BLOCK;
 }
 
-// ---- Words with arguments in parentheses -----------------------------------------------------------
+// ---- Words with arguments in parentheses --------------------------------------------------------
 
 // `( expression );` with a type that the argument must have.
 void parseOneArgument(StmtNode *statement, int expected) {
@@ -94,8 +94,7 @@ void parseLongjmp(StmtNode *statement) {
     statement->operandA.tree = environment;
     statement->operandB.tree = value;
     if (!errorFlag)
-        statement->chain =
-            compileChain(value, compileChain(environment, nullptr, false), false);
+        statement->chain = compileChain(value, compileChain(environment, nullptr, false), false);
     expectChar(')', true);
     expectChar(';', true);
 }

@@ -24,7 +24,9 @@ namespace {
 // `default` among integral labels; among texts it is the NULL pointer constant.
 constexpr int DEFAULT_LABEL = 0x7fffffff;
 
-bool isTextSwitch(const StmtNode *statement) { return isStringLike(treeType(statement->operandA.tree)); }
+bool isTextSwitch(const StmtNode *statement) {
+    return isStringLike(treeType(statement->operandA.tree));
+}
 
 // The switch whose body's list is the innermost one; NULL if that isn't one's.
 StmtNode *enclosingSwitch() {
@@ -69,7 +71,7 @@ void parseSwitch(StmtNode *statement) {
         openBlock(block, currentBlock->level + 1);
 }
 
-// ---- Labels ---------------------------------------------------------------------------------------
+// ---- Labels -------------------------------------------------------------------------------------
 
 namespace {
 

@@ -35,7 +35,7 @@ void runInitialise(ExecContext *context, StmtNode *statement) {
     moveTo(context, statement->next);
 }
 
-// ---- Ends of a run --------------------------------------------------------------------------------
+// ---- Ends of a run ------------------------------------------------------------------------------
 
 namespace {
 
@@ -119,7 +119,7 @@ void runStop(ExecContext *context, StmtNode *statement) {
     moveTo(context, statement->next);
 }
 
-// ---- Library calls --------------------------------------------------------------------------------
+// ---- Library calls ------------------------------------------------------------------------------
 
 void runPerror(ExecContext *context, StmtNode *statement) {
     bool popped;
@@ -154,7 +154,7 @@ void runSrand(ExecContext *context, StmtNode *statement) {
     moveTo(context, statement->next);
 }
 
-// ---- free and delete ------------------------------------------------------------------------------
+// ---- free and delete ----------------------------------------------------------------------------
 
 void runFree(ExecContext *context, StmtNode *statement) {
     bool popped;

@@ -8,6 +8,7 @@
 
 #include "decl/declaration.h"
 #include "expr/context.h"
+#include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
 #include "instance.h"
@@ -38,6 +39,7 @@ protected:
     void TearDown() override {
         dropConstant();
         releaseContexts();
+        releaseKeptTexts();
         for (StmtNode *block : {&main, &inner}) {
             releaseTypeInfoList(block->symbols());
             while (TagEntry *entry = block->operandD.tags) {

@@ -139,8 +139,7 @@ private:
 
 }  // namespace
 
-// ---- Numbers
-// --------------------------------------------------------------------------------------
+// ---- Numbers ------------------------------------------------------------------------------------
 
 TEST_F(LexerTest, EveryFormOfANumberHasItsTypeAndExactValue) {
     const double inf = std::numeric_limits<double>::infinity();
@@ -262,8 +261,7 @@ TEST_F(LexerTest, ABadNumberIsReportedAndScannedToItsEnd) {
     }
 }
 
-// ---- Characters and strings
-// -----------------------------------------------------------------------
+// ---- Characters and strings ---------------------------------------------------------------------
 
 TEST_F(LexerTest, CharacterConstants) {
     const struct {
@@ -453,8 +451,7 @@ TEST_F(LexerTest, ASoftWordAtTheEndIsDeliveredBeforeTheEndIsReported) {
     EXPECT_EQ(tokensOf("x = sin"), (Tokens{"x", "<=>", "sin"}));
 }
 
-// ---- Names and operators
-// --------------------------------------------------------------------------
+// ---- Names and operators ------------------------------------------------------------------------
 
 TEST_F(LexerTest, Operators) {
     EXPECT_EQ(tokensOf("a<<=b>>=c<<d>>e<=f>=g==h!=i^^j^=k||l|=m&&n&=o"),
@@ -501,8 +498,7 @@ TEST_F(LexerTest, ASoftWordIsAKeywordOnlyWhereItIsCalled) {
               (Tokens{"<sin>", "(", "x", ")", "sin", "<+>", "x", "<sin>", "(", "x", ")", "sin"}));
 }
 
-// ---- Comments and look ahead
-// ----------------------------------------------------------------------
+// ---- Comments and look ahead --------------------------------------------------------------------
 
 TEST_F(LexerTest, CommentsAndContinuationsAreNoTokens) {
     EXPECT_EQ(tokensOf("a/*/ text */b /**/c//d\ne/* 1\n#2\n*/f \\\ng h\\\n\n i"),
@@ -587,8 +583,7 @@ TEST_F(LexerTest, AnExpectedCharacterIsTakenOrReported) {
     EXPECT_EQ(errorFlag, 0);
 }
 
-// ---- Lines
-// ----------------------------------------------------------------------------------------
+// ---- Lines --------------------------------------------------------------------------------------
 
 TEST_F(LexerTest, TheLongestLinePassesAndAByteMoreIsReported) {
     std::string longest(5118, 'x');
