@@ -32,4 +32,12 @@ void newOperator(ExprNode *node);
 void sizeofOperator(ExprNode *node);
 void evaluateText(ExprNode *node);
 
+// Formatted output (rtlib/printfOperators.cpp).
+void printOperator(ExprNode *node);
+void fprintfOperator(ExprNode *node);
+void sprintfOperator(ExprNode *node);
+void vprintfOperator(ExprNode *node);
+void vfprintfOperator(ExprNode *node);
+void vsprintfOperator(ExprNode *node);
+
 }  // namespace zy

@@ -28,6 +28,11 @@ struct BranchChains {
 };
 BranchChains branchChainsOf(const ExprNode *node);
 
+// Of operators that evaluate their arguments one at a time: each list cell keeps the chain of its
+// item, which is no part of the operator's. A constant, which is read in place, has none.
+void threadArguments(ExprNode *list);
+inline ExprNode *argumentChain(const ExprNode *cell) { return static_cast<ExprNode *>(cell->link); }
+
 // The address node that runs behind an argument which is passed by reference and is an lvalue but
 // no plain variable; its pointer lies above the argument's value. NULL for every other argument.
 ExprNode *referenceAddressOf(const ExprNode *actual);
