@@ -293,6 +293,10 @@ void printStream(Sink &sink, const Value *value) {
 
 // False: the text behind the conversion isn't written.
 bool convert(Sink &sink, const Conversion &conversion, const Value *value, Source source) {
+    if (!hasRoom(conversion)) {
+        sink.fail();
+        return true;
+    }
     if (conversion.kind == CONVERT_TEXT) {
         printAsText(sink, conversion, value, source);
         return true;
