@@ -55,7 +55,8 @@ private:
 
 using Threading = void (*)(ChainBuilder &chain, ExprNode *node);
 
-// ---- The plain orders ---------------------------------------------------------------------------
+// ---- The plain orders
+// ----------------------------------------------------------------------------
 
 void threadAll(ChainBuilder &chain, ExprNode *node) {
     chain.emit(node);
@@ -98,7 +99,8 @@ void threadSubscript(ChainBuilder &chain, ExprNode *node) {
     chain.keep(node->right);
 }
 
-// ---- On demand ----------------------------------------------------------------------------------
+// ---- On demand
+// -----------------------------------------------------------------------------------
 
 void keepBranches(ExprNode *node, ExprNode *first, ExprNode *second) {
     if (!node->fourth) {
@@ -122,7 +124,8 @@ void threadConditional(ChainBuilder &chain, ExprNode *node) {
     threadLeft(chain, node);
 }
 
-// ---- Casts and new ------------------------------------------------------------------------------
+// ---- Casts and new
+// -------------------------------------------------------------------------------
 
 ExprNode *boundsOfType(const ExprNode *leaf) {
     const TypeInfo *type = variableOf(leaf);
@@ -165,7 +168,8 @@ void threadArrayBounds(ChainBuilder &chain, ExprNode *node) {
     chain.read(array && array->arrayLink ? array->arrayLink->bounds : nullptr);
 }
 
-// ---- Assignment ---------------------------------------------------------------------------------
+// ---- Assignment
+// ----------------------------------------------------------------------------------
 
 const ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
     if (!field)
@@ -209,7 +213,8 @@ void threadAddress(ChainBuilder &chain, ExprNode *node) {
     chain.target(node->left);
 }
 
-// ---- Calls --------------------------------------------------------------------------------------
+// ---- Calls
+// ---------------------------------------------------------------------------------------
 
 bool isReference(const TypeInfo *formal) {
     return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
@@ -254,7 +259,8 @@ void threadCall(ChainBuilder &chain, ExprNode *node) {
     }
 }
 
-// ---- Output -------------------------------------------------------------------------------------
+// ---- Output
+// --------------------------------------------------------------------------------------
 
 // The arguments are evaluated as they are printed.
 void threadPrint(ChainBuilder &chain, ExprNode *node) {
@@ -292,7 +298,8 @@ void threadPrintListInto(ChainBuilder &chain, ExprNode *node) {
     threadDestination(chain, node->left);
 }
 
-// ---- Dispatch -----------------------------------------------------------------------------------
+// ---- Dispatch
+// ------------------------------------------------------------------------------------
 
 struct ThreadRow {
     int first, last;

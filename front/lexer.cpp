@@ -37,7 +37,7 @@ bool findText() {
     }
 }
 
-// ---- Names --------------------------------------------------------------------------------------
+// ---- Names ------------------------------------------------------------------------------------
 
 struct Word {
     uint16_t hash;
@@ -121,7 +121,7 @@ void scanName() {
         deliverName(word.hash);
 }
 
-// ---- Operators ----------------------------------------------------------------------------------
+// ---- Operators --------------------------------------------------------------------------------
 
 // The second characters with which a character makes an operator of two.
 const char *secondsOf(char c) {
@@ -186,7 +186,7 @@ bool scanOperator() {
     return !skipDots();
 }
 
-// ---- One token ----------------------------------------------------------------------------------
+// ---- One token --------------------------------------------------------------------------------
 
 // False: a comment or the end of a line has been stepped over, the scan starts anew.
 bool scanToken() {
@@ -243,7 +243,7 @@ void nextToken() {
         endOfInput = false;
 }
 
-// ---- For the parsers ----------------------------------------------------------------------------
+// ---- For the parsers --------------------------------------------------------------------------
 
 bool expectChar(char c, bool report) {
     nextToken();

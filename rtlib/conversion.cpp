@@ -102,6 +102,13 @@ Conversion parseConversion(const char *text) {
     return conversion;
 }
 
+bool hasRoom(const Conversion &conversion) {
+    constexpr int longest = 1 << 24;
+    bool countsPrecision = conversion.kind != CONVERT_TEXT;  // of a text it only cuts
+    return conversion.kind == CONVERT_BINARY ||
+           (conversion.width <= longest && (!countsPrecision || conversion.precision <= longest));
+}
+
 ConversionText conversionText(const Conversion &conversion, const char *length, char letter) {
     ConversionText result;
     char width[12] = "", precision[13] = "";

@@ -34,6 +34,9 @@ struct Conversion {
 // The text begins with a %.
 Conversion parseConversion(const char *text);
 
+// Whether its output has a size that somebody may have meant.
+bool hasRoom(const Conversion &conversion);
+
 // The same for the C library, with a length word ("ll" or "") and a letter.
 struct ConversionText {
     char text[40];

@@ -126,6 +126,12 @@ void printBits(Sink &sink, uint64_t bits, int count, int width) {
     sink.write(digits, length);
 }
 
+template <class Signed, class Unsigned>
+uint64_t narrowed(uint64_t bits, bool isSigned) {
+    return isSigned ? static_cast<uint64_t>(static_cast<Signed>(bits))
+                    : static_cast<Unsigned>(bits);
+}
+
 void printInteger(Sink &sink, const Conversion &conversion, int type, uint64_t bits) {
     bool wide = type == DT_LLONG || type == DT_ULLONG || conversion.length == LENGTH_64;
     bool isSigned = conversion.kind == CONVERT_SIGNED;
@@ -135,12 +141,11 @@ void printInteger(Sink &sink, const Conversion &conversion, int type, uint64_t b
         letter = isSigned ? 'd' : 'u';
     }
     if (conversion.length == LENGTH_CHAR)
-        bits = isSigned ? static_cast<int8_t>(bits) : static_cast<uint8_t>(bits);
+        bits = narrowed<int8_t, uint8_t>(bits, isSigned);
     else if (conversion.length == LENGTH_SHORT)
-        bits = isSigned ? static_cast<int16_t>(bits) : static_cast<uint16_t>(bits);
+        bits = narrowed<int16_t, uint16_t>(bits, isSigned);
     else if (!wide)
-        bits = isSigned ? static_cast<uint64_t>(int64_t{static_cast<int32_t>(bits)})
-                        : static_cast<uint32_t>(bits);
+        bits = narrowed<int32_t, uint32_t>(bits, isSigned);
     ConversionText text = conversionText(conversion, "ll", letter);
     if (isSigned)
         sink.print(text.text, static_cast<long long>(bits));
@@ -288,6 +293,10 @@ void printStream(Sink &sink, const Value *value) {
 
 // False: the text behind the conversion isn't written.
 bool convert(Sink &sink, const Conversion &conversion, const Value *value, Source source) {
+    if (!hasRoom(conversion)) {
+        sink.fail();
+        return true;
+    }
     if (conversion.kind == CONVERT_TEXT) {
         printAsText(sink, conversion, value, source);
         return true;

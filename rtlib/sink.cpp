@@ -53,7 +53,7 @@ void Sink::print(const char *conversion, ...) {
                         : vsnprintf(nullptr, 0, conversion, arguments);
     bool fits = length >= 0 && (stream || reserve(length));
     if (fits && !stream) {
-        vsnprintf(buffer + used, length + 1, conversion, again);
+        vsnprintf(buffer + used, size - used, conversion, again);
         used += length;
     }
     if (fits)
