@@ -1,7 +1,7 @@
 #include "rtlib/conversion.h"
 
+#include <charconv>
 #include <climits>
-#include <cstdio>
 #include <cstring>
 
 namespace zy {
@@ -68,8 +68,6 @@ void readLength(const char *&text, Conversion &conversion) {
     }
 }
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 void keepFlags(Conversion &conversion, const char *given, int count, const char *defined) {
     char *end = conversion.flags;
     for (const char *flag = defined; *flag; flag++)
@@ -109,15 +107,32 @@ bool hasRoom(const Conversion &conversion) {
            (conversion.width <= longest && (!countsPrecision || conversion.precision <= longest));
 }
 
+namespace {
+
+char *append(char *end, const char *text) {
+    while (*text)
+        *end++ = *text++;
+    return end;
+}
+
+char *append(char *end, int number) { return std::to_chars(end, end + 10, number).ptr; }
+
+}  // namespace
+
 ConversionText conversionText(const Conversion &conversion, const char *length, char letter) {
     ConversionText result;
-    char width[12] = "", precision[13] = "";
+    char *end = result.text;
+    *end++ = '%';
+    end = append(end, conversion.flags);
     if (conversion.width != NOT_GIVEN)
-        snprintf(width, sizeof width, "%d", conversion.width);
-    if (conversion.precision != NOT_GIVEN)
-        snprintf(precision, sizeof precision, ".%d", conversion.precision);
-    snprintf(result.text, sizeof result.text, "%%%s%s%s%s%c", conversion.flags, width, precision,
-             length, letter);
+        end = append(end, conversion.width);
+    if (conversion.precision != NOT_GIVEN) {
+        *end++ = '.';
+        end = append(end, conversion.precision);
+    }
+    end = append(end, length);
+    *end++ = letter;
+    *end = '\0';
     return result;
 }
 
