@@ -1,7 +1,7 @@
-// The expression parser: an operator-precedence parser over the token stream, with two explicit
-// stacks. It leaves a typed tree, in which each operator has the code that says what to run; the
-// caller threads it with compileChain(). Each parenthesis, argument and subscript is a call of its
-// own, and so has its own nine places for operators that wait.
+// open header: the expression parser, an operator-precedence parser over the token stream with two
+// explicit stacks. It leaves a typed tree, in which each operator has the code that says what to
+// run; the caller threads it with compileChain(). Each parenthesis, argument and subscript is a
+// call of its own, and so has its own nine places for operators that wait.
 #pragma once
 
 #include "expr/nodes.h"

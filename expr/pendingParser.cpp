@@ -1,21 +1,10 @@
 // Stands in for what the expression parser calls and other rooms are to define; theirs take
 // precedence.
 
-#include "decl/declaration.h"
 #include "expr/parser.h"
 #include "instance/report.h"
 
 namespace zy {
-
-__attribute__((weak)) TypeInfo *parseTypeName() {
-    parseError("undefined operation");
-    return nullptr;
-}
-
-__attribute__((weak)) bool parseSpecifiers(Specifiers &, DeclContext, int, TypeInfo *) {
-    parseError("undefined operation");
-    return false;
-}
 
 __attribute__((weak)) bool loadFunctionFile(NameEntry *) { return false; }
 

@@ -37,8 +37,7 @@ bool findText() {
     }
 }
 
-// ---- Names
-// ----------------------------------------------------------------------------------------
+// ---- Names ------------------------------------------------------------------------------------
 
 struct Word {
     uint16_t hash;
@@ -122,8 +121,7 @@ void scanName() {
         deliverName(word.hash);
 }
 
-// ---- Operators
-// ------------------------------------------------------------------------------------
+// ---- Operators --------------------------------------------------------------------------------
 
 // The second characters with which a character makes an operator of two.
 const char *secondsOf(char c) {
@@ -188,8 +186,7 @@ bool scanOperator() {
     return !skipDots();
 }
 
-// ---- One token
-// ------------------------------------------------------------------------------------
+// ---- One token --------------------------------------------------------------------------------
 
 // False: a comment or the end of a line has been stepped over, the scan starts anew.
 bool scanToken() {
@@ -246,8 +243,7 @@ void nextToken() {
         endOfInput = false;
 }
 
-// ---- For the parsers
-// ------------------------------------------------------------------------------
+// ---- For the parsers --------------------------------------------------------------------------
 
 bool expectChar(char c, bool report) {
     nextToken();

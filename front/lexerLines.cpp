@@ -31,8 +31,7 @@ void noMoreInput() {
     endOfInput = true;
 }
 
-// ---- Lines kept for replay
-// ------------------------------------------------------------------------
+// ---- Lines kept for replay --------------------------------------------------------------------
 
 void recordLine() {
     if (replayParse)
@@ -58,8 +57,7 @@ void replayNextLine() {
     replayLine = replayLine->next;
 }
 
-// ---- Files
-// ----------------------------------------------------------------------------------------
+// ---- Files ------------------------------------------------------------------------------------
 
 // A script held in memory: lineBuffer had all of it from the start.
 bool atStringScript() {
@@ -101,8 +99,7 @@ void reportOverlongLine() {
     fprintf(stderr, "source code: %s\n", lineBuffer);
 }
 
-// ---- The console
-// ----------------------------------------------------------------------------------
+// ---- The console ------------------------------------------------------------------------------
 
 bool isBlankLine() {
     int16_t cursor = 0;

@@ -60,8 +60,7 @@ unsigned readOctal(const char *&text, const char *end) {
     return value;
 }
 
-// ---- Characters of more than one byte
-// -------------------------------------------------------------
+// ---- Characters of more than one byte ---------------------------------------------------------
 
 bool isHigh(char c) { return static_cast<signed char>(c) < 0; }
 bool isTrail(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
@@ -99,8 +98,7 @@ int wideUnits(const char *text, int length, uint16_t *units) {
     return 2;
 }
 
-// ---- Character constants
-// --------------------------------------------------------------------------
+// ---- Character constants ----------------------------------------------------------------------
 
 // Behind the backslash.
 unsigned readOctalConstant() {
@@ -193,8 +191,7 @@ void scanCharConstant(bool wide) {
     deliverConstant(value);
 }
 
-// ---- Text of strings
-// ------------------------------------------------------------------------------
+// ---- Text of strings --------------------------------------------------------------------------
 
 int mapTrigraphs(char *dest, const char *source, int length) {
     char *out = dest;
@@ -269,8 +266,7 @@ int decodeEscapes(char *dest, const char *source, int length) {
     return static_cast<int>(out - dest);
 }
 
-// ---- String constants
-// -----------------------------------------------------------------------------
+// ---- String constants -------------------------------------------------------------------------
 
 namespace {
 

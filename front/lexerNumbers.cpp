@@ -39,8 +39,7 @@ char here() { return lineBuffer[linePos]; }
 char lowerHere() { return static_cast<char>(here() | 32); }  // of a letter
 bool isDigit(char c) { return classOf(c) & CC_DIGIT; }
 
-// ---- Reading
-// --------------------------------------------------------------------------------------
+// ---- Reading ----------------------------------------------------------------------------------
 
 void readBase(Number &number) {
     if (here() != '0')
@@ -114,8 +113,7 @@ void readDecimalRest(Number &number) {
     }
 }
 
-// ---- Value of a floating constant
-// -----------------------------------------------------------------
+// ---- Value of a floating constant -------------------------------------------------------------
 
 long readExponent(const char *text, const char *end) {
     bool negative = *text == '-';
@@ -181,8 +179,7 @@ Real realValue(const Number &number, const char *end) {
     return static_cast<Real>(number.real);
 }
 
-// ---- Types
-// ----------------------------------------------------------------------------------------
+// ---- Types ------------------------------------------------------------------------------------
 
 // The letter behind a floating constant, or the one that makes an integer floating; 0 for none.
 char realSuffix(const Number &number) {

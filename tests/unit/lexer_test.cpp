@@ -133,14 +133,12 @@ protected:
         InstanceTest::TearDown();
     }
 
-private:
     int builtinValues = 0;
 };
 
 }  // namespace
 
-// ---- Numbers
-// --------------------------------------------------------------------------------------
+// ---- Numbers ----------------------------------------------------------------------------------
 
 TEST_F(LexerTest, EveryFormOfANumberHasItsTypeAndExactValue) {
     const double inf = std::numeric_limits<double>::infinity();
@@ -262,8 +260,7 @@ TEST_F(LexerTest, ABadNumberIsReportedAndScannedToItsEnd) {
     }
 }
 
-// ---- Characters and strings
-// -----------------------------------------------------------------------
+// ---- Characters and strings -------------------------------------------------------------------
 
 TEST_F(LexerTest, CharacterConstants) {
     const struct {
@@ -400,6 +397,17 @@ TEST_F(LexerTest, Strings) {
     }
 }
 
+TEST_F(LexerTest, TrigraphsCanBeSwitchedOff) {
+    errorsOf([] { initExecution(); });
+    errorFlag = 0;
+    slotOf(baseFrame, e_lang->ignoretrigraph->index)->data.i = 1;
+    builtinValues = liveValueCount();
+    EXPECT_EQ(tokensOf("\"?"
+                       "?=\""),
+              Tokens{"\"?"
+                     "?=\""});
+}
+
 TEST_F(LexerTest, AnOpenStringIsReportedAndDelivered) {
     for (const char *source : {"\"abc", "\"abc\\\\", "\"abc\nx\""}) {
         std::string errors;
@@ -453,8 +461,7 @@ TEST_F(LexerTest, ASoftWordAtTheEndIsDeliveredBeforeTheEndIsReported) {
     EXPECT_EQ(tokensOf("x = sin"), (Tokens{"x", "<=>", "sin"}));
 }
 
-// ---- Names and operators
-// --------------------------------------------------------------------------
+// ---- Names and operators ----------------------------------------------------------------------
 
 TEST_F(LexerTest, Operators) {
     EXPECT_EQ(tokensOf("a<<=b>>=c<<d>>e<=f>=g==h!=i^^j^=k||l|=m&&n&=o"),
@@ -501,8 +508,7 @@ TEST_F(LexerTest, ASoftWordIsAKeywordOnlyWhereItIsCalled) {
               (Tokens{"<sin>", "(", "x", ")", "sin", "<+>", "x", "<sin>", "(", "x", ")", "sin"}));
 }
 
-// ---- Comments and look ahead
-// ----------------------------------------------------------------------
+// ---- Comments and look ahead ------------------------------------------------------------------
 
 TEST_F(LexerTest, CommentsAndContinuationsAreNoTokens) {
     EXPECT_EQ(tokensOf("a/*/ text */b /**/c//d\ne/* 1\n#2\n*/f \\\ng h\\\n\n i"),
@@ -587,8 +593,7 @@ TEST_F(LexerTest, AnExpectedCharacterIsTakenOrReported) {
     EXPECT_EQ(errorFlag, 0);
 }
 
-// ---- Lines
-// ----------------------------------------------------------------------------------------
+// ---- Lines ------------------------------------------------------------------------------------
 
 TEST_F(LexerTest, TheLongestLinePassesAndAByteMoreIsReported) {
     std::string longest(5118, 'x');
