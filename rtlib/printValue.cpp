@@ -15,7 +15,6 @@
 #include "numeric/convert.h"
 #include "numeric/specialValues.h"
 #include "platform/files.h"
-#include "rtlib/conversion.h"
 
 namespace zy {
 
@@ -343,8 +342,7 @@ bool printDefault(Sink &sink, const Value *value, Source source) {
     return true;
 }
 
-void printGiven(Sink &sink, const char *format, const Value *value, Source source) {
-    Conversion conversion = parseConversion(format);
+void printGiven(Sink &sink, const Conversion &conversion, const Value *value, Source source) {
     if (conversion.kind == CONVERT_TEXT && !allowsText(value)) {
         runError("print an invalid string");
         sink.fail();
@@ -357,7 +355,8 @@ void printGiven(Sink &sink, const char *format, const Value *value, Source sourc
         sink.write(conversion.tail);
 }
 
-int printAny(Sink &sink, const char *format, const Value *value, Source source) {
+// Without a conversion in the default of the type.
+int printAny(Sink &sink, const Conversion *conversion, const Value *value, Source source) {
     Class valueClass = classOf(value);
     if (valueClass == Class::NOTHING)
         return 0;
@@ -366,14 +365,25 @@ int printAny(Sink &sink, const char *format, const Value *value, Source source) 
         return 0;
     }
     long long before = sink.count();
-    if (format)
-        printGiven(sink, format, value, source);
+    if (conversion)
+        printGiven(sink, *conversion, value, source);
     else
         printDefault(sink, value, source);
     return sink.hasFailed() ? PRINT_FAILED : static_cast<int>(sink.count() - before);
 }
 
+int printAny(Sink &sink, const char *format, const Value *value, Source source) {
+    if (!format)
+        return printAny(sink, static_cast<Conversion *>(nullptr), value, source);
+    Conversion conversion = parseConversion(format);
+    return printAny(sink, &conversion, value, source);
+}
+
 }  // namespace
+
+int printConverted(Sink &sink, const Conversion &conversion, const Value *value) {
+    return printAny(sink, &conversion, value, Source::VALUE);
+}
 
 int printValue(Sink &sink, const char *format, const Value *value) {
     return printAny(sink, format, value, Source::VALUE);
