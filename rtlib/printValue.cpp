@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <initializer_list>
+#include <string>
 
 #include "expr/readers.h"
 #include "instance/report.h"
@@ -264,13 +265,8 @@ void printAddressValue(Sink &sink, const Conversion &conversion, const Value *va
         printInteger(sink, conversion, DT_ULLONG, bits);
 }
 
-void printBuffer(Sink &sink, const char *name, const platform::StreamBuffer &buffer) {
-    sink.print("\t%s", name);
-    if (buffer.text)
-        sink.write(buffer.text, strnlen(buffer.text, buffer.length));
-    else
-        sink.write("NULL");
-    sink.write("\n");
+std::string bufferText(const platform::StreamBuffer &buffer) {
+    return buffer.text ? std::string(buffer.text, buffer.length) : "NULL";
 }
 
 void printStream(Sink &sink, const Value *value) {
@@ -282,8 +278,8 @@ void printStream(Sink &sink, const Value *value) {
     platform::StreamFields fields = platform::streamFields(stream);
     sink.write("    {\n");
     sink.print("\t_cnt    = %d\n", fields.count);
-    printBuffer(sink, "_ptr    = ", fields.position);
-    printBuffer(sink, "_base   = ", fields.base);
+    sink.print("\t_ptr    = %s\n", bufferText(fields.position).c_str());
+    sink.print("\t_base   = %s\n", bufferText(fields.base).c_str());
     sink.print("\t_flag   = %d\n", fields.flags);
     sink.write("    }");
 }
