@@ -3,6 +3,8 @@
 #include <charconv>
 #include <climits>
 #include <cstring>
+#include <iterator>
+#include <string_view>
 
 namespace zy {
 
@@ -22,16 +24,30 @@ constexpr LetterRow letterRows[] = {
     {"b", CONVERT_BINARY, "", false},       {"n", CONVERT_COUNT, "", false},
 };
 
+// The row of each letter, found once when this file is compiled.
+struct LetterTable {
+    signed char row[128];
+};
+constexpr LetterTable makeLetterTable() {
+    LetterTable table{};
+    for (signed char &row : table.row)
+        row = -1;
+    for (size_t i = 0; i < std::size(letterRows); i++)
+        for (const char *letter = letterRows[i].letters; *letter; letter++)
+            table.row[static_cast<int>(*letter)] = static_cast<signed char>(i);
+    return table;
+}
+constexpr LetterTable letterTable = makeLetterTable();
+
 const LetterRow *rowOf(char letter) {
-    for (const LetterRow &row : letterRows)
-        if (letter && strchr(row.letters, letter))
-            return &row;
-    return nullptr;
+    auto index = static_cast<unsigned char>(letter);
+    int row = index < 128 ? letterTable.row[index] : -1;
+    return row < 0 ? nullptr : &letterRows[row];
 }
 
 // The longer words first.
 struct LengthRow {
-    const char *word;
+    std::string_view word;
     ConversionLength length;
 };
 constexpr LengthRow lengthRows[] = {
@@ -59,8 +75,9 @@ void readPrecision(const char *&text, Conversion &conversion) {
 
 void readLength(const char *&text, Conversion &conversion) {
     for (const LengthRow &row : lengthRows) {
-        size_t size = strlen(row.word);
-        if (strncmp(text, row.word, size) == 0 && rowOf(text[size])) {
+        size_t size = row.word.size();
+        bool matches = row.word[0] == *text && strncmp(text, row.word.data(), size) == 0;
+        if (matches && rowOf(text[size])) {
             conversion.length = row.length;
             text += size;
             return;
@@ -69,6 +86,8 @@ void readLength(const char *&text, Conversion &conversion) {
 }
 
 void keepFlags(Conversion &conversion, const char *given, int count, const char *defined) {
+    if (count == 0)
+        return;
     char *end = conversion.flags;
     for (const char *flag = defined; *flag; flag++)
         if (memchr(given, *flag, count))
@@ -80,7 +99,7 @@ void keepFlags(Conversion &conversion, const char *given, int count, const char 
 
 Conversion parseConversion(const char *text) {
     Conversion conversion;
-    conversion.byType = strncmp(text, "%ll", 3) == 0;
+    conversion.byType = text[1] == 'l' && text[2] == 'l';
     const char *flags = ++text;
     int flagCount = static_cast<int>(strspn(text, "-+ #0'"));
     text += flagCount;

@@ -13,7 +13,6 @@
 #include "expr/readers.h"
 #include "expr/thread.h"
 #include "numeric/convert.h"
-#include "rtlib/conversion.h"
 #include "rtlib/engine.h"
 #include "rtlib/printValue.h"
 
@@ -76,7 +75,7 @@ private:
     void printFormat(const std::string &format);
     const char *collect(const char *percent, std::string &conversion);
     bool takeStar(std::string &conversion);
-    void printConverted(const char *conversion);
+    void convertNext(const char *conversion);
 
     Sink &sink;
     ExprNode *cell;  // the next argument
@@ -119,7 +118,7 @@ void storeCount(const Value *pointer, long long count) {
     storeByPointerType(pointer->payload.p, &number, static_cast<int>(pointer->type));
 }
 
-void Walk::printConverted(const char *conversion) {
+void Walk::convertNext(const char *conversion) {
     Argument argument(next());
     if (!argument.get())
         return;
@@ -128,7 +127,7 @@ void Walk::printConverted(const char *conversion) {
         storeCount(argument.get(), sink.count());
         sink.write(parsed.tail);
     } else {
-        printValue(sink, conversion, argument.get());
+        printConverted(sink, parsed, argument.get());
     }
 }
 
@@ -146,7 +145,7 @@ void Walk::printFormat(const std::string &format) {
         const char *end = collect(percent, conversion);
         if (!end)
             break;
-        printConverted(conversion.c_str());
+        convertNext(conversion.c_str());
         position = end;
     }
     sink.write(position);
