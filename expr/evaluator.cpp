@@ -65,11 +65,12 @@ void runNested(ExprNode *chain) {
     ExecContext *context = currentContext;
     ExprNode *savedChain = context->chain;
     StmtNode *savedStatement = context->statement;
-    context->statement = nullptr;
     context->chain = chain;
     runChain();
     if (currentContext != context || context->chain) {
-        // A call has made its own context current: statements run until it has returned.
+        // A call has made its own context current: statements run until it has returned, to a
+        // context that has none.
+        context->statement = nullptr;
         unsigned char savedExecuting = executing;
         runStatements(false);
         executing = savedExecuting;

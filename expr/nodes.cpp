@@ -113,7 +113,7 @@ bool keepsBranches(const ExprNode *node) {
     return node->op == OP_OR || node->op == OP_AND || node->op == OP_CONDITIONAL;
 }
 
-// The leaf says so itself: a variable that it names may have been released before it.
+// Told by the leaf alone: a variable may have been released before a tree that names it.
 bool isTypeLeaf(const ExprNode *node) {
     return node->kind == NODE_VALUE && node->type == DT_NAME && node->owned;
 }

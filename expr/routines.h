@@ -7,6 +7,8 @@
 namespace zy {
 
 void undefinedOperation(ExprNode *node);
+// A call of a script function; stmt/calls.cpp has it.
+void callOperator(ExprNode *node);
 
 // Truth and order of what isn't a number alone (expr/logicOperators.cpp).
 void notOperator(ExprNode *node);
@@ -31,5 +33,13 @@ void evalConditional(ExprNode *node);
 void newOperator(ExprNode *node);
 void sizeofOperator(ExprNode *node);
 void evaluateText(ExprNode *node);
+
+// Formatted output (rtlib/printfOperators.cpp).
+void printOperator(ExprNode *node);
+void fprintfOperator(ExprNode *node);
+void sprintfOperator(ExprNode *node);
+void vprintfOperator(ExprNode *node);
+void vfprintfOperator(ExprNode *node);
+void vsprintfOperator(ExprNode *node);
 
 }  // namespace zy

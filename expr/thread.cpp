@@ -259,6 +259,45 @@ void threadCall(ChainBuilder &chain, ExprNode *node) {
     }
 }
 
+// ---- Output
+// --------------------------------------------------------------------------------------
+
+// The arguments are evaluated as they are printed.
+void threadPrint(ChainBuilder &chain, ExprNode *node) {
+    threadArguments(node->left);
+    chain.emit(node);
+}
+
+void threadPrintTo(ChainBuilder &chain, ExprNode *node) {
+    threadArguments(node->right);
+    threadLeft(chain, node);
+}
+
+// A string is assigned to, so what leads to it runs first and lies below all else; of any other
+// destination the value is.
+void threadDestination(ChainBuilder &chain, ExprNode *destination) {
+    if (treeType(destination) != DT_STRING) {
+        chain.read(destination);
+        return;
+    }
+    if (isLvalue(destination, false) != LVALUE_YES)
+        parseError("invalid lvalue of assignment operation");
+    chain.target(destination);
+}
+
+void threadPrintInto(ChainBuilder &chain, ExprNode *node) {
+    threadArguments(node->right);
+    chain.emit(node);
+    threadDestination(chain, node->left);
+}
+
+void threadPrintListInto(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    chain.read(node->right);
+    chain.read(node->third);
+    threadDestination(chain, node->left);
+}
+
 // ---- Dispatch
 // ------------------------------------------------------------------------------------
 
@@ -272,6 +311,10 @@ constexpr ThreadRow threadRows[] = {
     {OP_AND, OP_AND, threadShortCircuit},
     {OP_GETPID, OP_GETPPID, threadWithoutArguments},
     {OP_FORK, OP_FORK, threadWithoutArguments},
+    {OP_VSPRINTF, OP_VSPRINTF, threadPrintListInto},
+    {OP_PRINTF, OP_PRINTF, threadPrint},
+    {OP_SPRINTF, OP_SPRINTF, threadPrintInto},
+    {OP_FPRINTF, OP_FPRINTF, threadPrintTo},
     {OP_RAND, OP_RAND, threadWithoutArguments},
     {OP_CLOCK, OP_CLOCK, threadWithoutArguments},
     {OP_SIZEOF, OP_SIZEOF, threadKeptLeft},
@@ -282,6 +325,7 @@ constexpr ThreadRow threadRows[] = {
     {OP_VA_START, OP_VA_START, threadWithoutArguments},
     {OP_INDIRECTION, OP_INDIRECTION, threadLeft},
     {OP_REAL_ARRAY, OP_IMAG_ARRAY, threadLeft},
+    {OP_PRINT_LIST, OP_PRINT_LIST, threadPrint},
     {OP_CAST, OP_CAST, threadCast},
     {OP_NEW, OP_NEW, threadNew},
     {OP_ASSIGN, OP_ASSIGN, threadAssign},
@@ -362,6 +406,11 @@ ExprNode *threadAssignTarget(ExprNode *target, ExprNode *next) {
     ChainBuilder chain(next);
     chain.target(target);
     return chain.finish();
+}
+
+void threadArguments(ExprNode *list) {
+    for (ExprNode *cell = list; cell; cell = cell->next)
+        cell->link = compileChain(cell->item, nullptr, false);
 }
 
 BranchChains branchChainsOf(const ExprNode *node) {

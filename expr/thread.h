@@ -1,4 +1,4 @@
-// Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
+// open header: Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
 // order in which they run, operands before operators, and each gets the routine that runs it. The
 // tree stays: operators find their constant operands, and their targets, in their operand fields.
 // Threading a tree again gives the same chain and makes no new nodes.
@@ -27,6 +27,11 @@ struct BranchChains {
     ExprNode *second;  // what stands behind :
 };
 BranchChains branchChainsOf(const ExprNode *node);
+
+// Of operators that evaluate their arguments one at a time: each list cell keeps the chain of its
+// item, which is no part of the operator's. A constant, which is read in place, has none.
+void threadArguments(ExprNode *list);
+inline ExprNode *argumentChain(const ExprNode *cell) { return static_cast<ExprNode *>(cell->link); }
 
 // The address node that runs behind an argument which is passed by reference and is an lvalue but
 // no plain variable; its pointer lies above the argument's value. NULL for every other argument.

@@ -28,6 +28,19 @@ FILE *reopenWide(const wchar_t *path, const wchar_t *mode, FILE *stream);
 
 int descriptorOf(FILE *stream);
 
+// What a stream holds, as far as the C library tells; a text is NULL where there is none.
+struct StreamBuffer {
+    const char *text;
+    size_t length;
+};
+struct StreamFields {
+    int count;              // characters that can be read without asking the system
+    StreamBuffer position;  // from where the stream stands
+    StreamBuffer base;      // from the start of its buffer
+    int flags;
+};
+StreamFields streamFields(FILE *stream);
+
 // Closes the file that a standard stream is open on; the result is that of fclose. The stream then
 // leads nowhere but stays usable: what is written to it is lost, what is read from it is at its
 // end.

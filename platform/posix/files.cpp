@@ -55,6 +55,21 @@ FILE *reopenWide(const wchar_t *path, const wchar_t *mode, FILE *stream) {
 
 int descriptorOf(FILE *stream) { return fileno(stream); }
 
+StreamFields streamFields(FILE *stream) {
+#ifdef __GLIBC__
+    const char *end = stream->_IO_read_end;
+    auto upToEnd = [end](const char *start) {
+        return StreamBuffer{start, start ? static_cast<size_t>(end - start) : 0};
+    };
+    StreamBuffer position = upToEnd(stream->_IO_read_ptr);
+    return {static_cast<int>(position.length), position, upToEnd(stream->_IO_read_base),
+            stream->_flags};
+#else
+    (void)stream;
+    return {};
+#endif
+}
+
 int closeStandardStream(FILE *stream) {
     int result = fflush(stream);
     if (!freopen("/dev/null", stream == stdin ? "r" : "w", stream))

@@ -336,8 +336,8 @@ protected:
         body.kind = inner.kind = STMT_BLOCK;
         body.level = 3;
         inner.level = 4;
-        body.operandB = &block;
-        inner.operandB = &body;
+        body.operandB.statement = &block;
+        inner.operandB.statement = &body;
         localV = declare(&body.symbols(), "v", 3, DT_INT);
         innerW = declare(&inner.symbols(), "w", 4, DT_INT);
         function->body = &body;
@@ -405,7 +405,7 @@ TEST_F(MemberTest, TheRunTimeSearchSeesTheSame) {
     StmtNode statement{};
     statement.kind = 41;
     statement.next = &end;
-    end.operandB = &inner;
+    end.operandB.statement = &inner;
     auto findAt = [&](ExecContext *context, const char *text) {
         strcpy(lineBuffer, ";");
         linePos = 0;
