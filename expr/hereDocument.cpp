@@ -332,6 +332,20 @@ ExprNode *readDocument(const EndWord &word, bool runMode) {
     return nullptr;
 }
 
+// The end word behind a << whose left side was refused: the lines of the document are no code.
+bool findEndWord(EndWord &word) {
+    bool atShift = pushedBack && tokenClass == TK_KEYWORD && currentKeyword.code == OP_LEFT_SHIFT;
+    const char *shift = atShift ? nullptr : strstr(lineBuffer + linePos, "<<");
+    if (!atShift && !shift)
+        return false;
+    if (shift)
+        linePos = static_cast<int16_t>(shift + 2 - lineBuffer);
+    pushedBack = false;
+    bool isKnown = readEndWord(word);
+    word.expands = false;
+    return isKnown;
+}
+
 // The stream in front of <<.
 ExprNode *parseDestination(bool runMode) {
     Parse parse{.runMode = runMode, .unaryOnly = true};
@@ -362,14 +376,16 @@ bool takeShift() {
 ExprNode *parseHereDocument(ExprNode *node, bool runMode) {
     node->left = parseDestination(runMode);
     EndWord word;
-    if (node->left && takeShift() && readEndWord(word)) {
+    bool isKnown = node->left ? takeShift() && readEndWord(word) : findEndWord(word);
+    if (isKnown) {
         node->right = readDocument(word, runMode);
         tokenClass = TK_CHAR;
         tokenValue.character = ';';
         pushedBack = true;
     }
-    if (node->right)
+    if (node->left && node->right)
         return node;
+    errorFlag = 1;
     deleteNode(node);
     return nullptr;
 }
