@@ -32,11 +32,8 @@ public:
     DocumentLines() { skipRest(); }
 
     bool next(std::string &line) {
-        if (!inBuffer) {
-            readSourceLine();
-            if (endOfInput || endOfFile)
-                return false;
-        }
+        if (!inBuffer && !readLine())
+            return false;
         const char *start = lineBuffer + linePos;
         size_t length = strcspn(start, "\n");
         line.assign(start, length);
@@ -46,6 +43,18 @@ public:
     }
 
 private:
+    // The reader of interactive lines gives `exit` for ever at the end of its input.
+    static bool readLine() {
+        if (fileMode || stringMode) {
+            readSourceLine();
+            return !endOfInput && !endOfFile;
+        }
+        bool isThere = readConsoleLine(lineBuffer, sizeof lineBuffer);
+        linePos = 0;
+        lineLength = isThere ? static_cast<int16_t>(strlen(lineBuffer)) : 0;
+        lineBuffer[lineLength] = '\0';
+        return isThere;
+    }
     void skipRest() {
         const char *feed = strchr(lineBuffer + linePos, '\n');
         inBuffer = feed != nullptr;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <map>
 
+#include "expr/context.h"
 #include "expr/operators.h"
 #include "expressionTrees.h"
 #include "front/lexer.h"
@@ -626,6 +627,39 @@ TEST_F(Parser, RefusedTexts) {
               refusalOf("((a * / b))"));
     EXPECT_EQ("ERROR: multiple operators together \nERROR: syntax error before )\n",
               refusalOf("(a * / b)"));
+}
+
+TEST_F(Parser, UndefinedNamesOfAConditionAreZero) {
+    addKeyword(KC_OPERATOR, "defined", OP_DEFINED);
+    EXPECT_EQ("(OR 0 a)", treeOf("nothing || a"));
+    EXPECT_EQ(0, errorFlag);
+    removeKeyword("defined", nameHash("defined"), keywordTable);
+}
+
+// Whatever the words, the parse ends, leaves no node and puts its cells back.
+TEST_F(Parser, WordsInAnyOrderLeaveNothingBehind) {
+    const char *words[] = {
+        "a",      "x",       "p",       "s",      "v",    "grid",        "m",      "+",
+        "-",      "*",       "&",       "=",      "+=",   "++",          "?",      ":",
+        ",",      "(",       ")",       "[",      "]",    ".",           "->",     "::",
+        "!",      "~",       "==",      "<<",     ">>",   "5",           "\"t\"",  "'c'",
+        "sizeof", "int",     "(int)",   "double", "new",  "strcmp(",     "printf", "scanf",
+        "sin(",   "fprintf", "fp",      "_puts",  "if",   ";",           "&&",     "(char *)",
+        "`",      "nothing", "_iskey(", ".*",     "NULL", "elementtype("};
+    resetContexts();
+    unsigned state = 1;
+    auto random = [&](unsigned limit) {
+        state = state * 1664525 + 1013904223;
+        return (state >> 16) % limit;
+    };
+    errorsOf([&] {
+        for (int n = 0; n < 20000 && !HasFailure(); n++) {
+            std::string text;
+            for (unsigned length = 1 + random(12); length > 0; length--)
+                text += std::string(words[random(std::size(words))]) + " ";
+            treeOf(text);
+        }
+    });
 }
 
 // ---- Here-documents -----------------------------------------------------------------------------
