@@ -289,6 +289,7 @@ SpecifierScan::Step SpecifierScan::takeDestructor() {
         tokenClass == TK_IDENTIFIER ? typedefNamed(tokenValue.name, symbolList) : nullptr;
     if (!symbol || symbol->dataType != DT_TAG) {
         parseError("~%s", tokenClass == TK_IDENTIFIER ? tokenValue.name->text : "");
+        pushedBack = true;  // a constant is released by whoever skips it
         return STEP_FAILED;
     }
     if (typeSeen || tagSeen || hasModifier()) {

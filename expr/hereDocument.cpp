@@ -349,6 +349,8 @@ bool findEndWord(EndWord &word) {
         return false;
     if (shift)
         linePos = static_cast<int16_t>(shift + 2 - lineBuffer);
+    if (pushedBack && tokenClass == TK_CONSTANT)
+        deleteNode(tokenValue.constant);
     pushedBack = false;
     bool isKnown = readEndWord(word);
     word.expands = false;

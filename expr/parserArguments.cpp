@@ -13,6 +13,7 @@
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/convert.h"
 
 namespace zy {
 
@@ -372,7 +373,8 @@ ExprNode *evaluateIsKey(ExprNode *node) {
         runNested(compileChain(node->left, nullptr, true));
         text = result = popValue();
     }
-    bool isText = text && isStringLike(static_cast<int>(text->type)) && text->payload.text;
+    bool isText =
+        text && isStringLike(static_cast<int>(text->type)) && !isNullAddress(text->payload.text);
     ExprNode *answer = newIntNode(isText && keywordNamed(text->payload.text));
     if (result)
         deleteValue(result);
