@@ -45,13 +45,13 @@ struct Specifiers {
     Storage storage = STORAGE_AUTO;
     AggregateKind aggregate = AGGREGATE_NONE;
     Symbol *typeSymbol = nullptr;  // the typedef name or tag in use
-    NameEntry *newTag = nullptr;   // behind an aggregate's word: a name that is no tag yet
+    NameEntry *tagName = nullptr;  // behind the word of an aggregate
     bool storageGiven = false;
     bool fortranOrder = false;
     bool isRestrict = false;
     bool isConst = false;
-    bool isClass = false;
-    int qualifiedName = 0;  // what parseQualifiedName() said
+    bool opensBody = false;  // a { stands behind the tag
+    int qualifiedName = 0;   // what parseQualifiedName() said
 };
 
 // Reads the specifiers of a declaration; the first token is the current one, the token behind them

@@ -25,8 +25,7 @@ bool isLiveHandle(void *handle) {
     return handle == e_interp;  // a stand-alone run isn't in the table
 }
 
-// ---- The folder of the copies
-// --------------------------------------------------------------------
+// ---- The folder of the copies -------------------------------------------------------------------
 
 namespace {
 
@@ -67,8 +66,7 @@ std::string copyPath(const std::string &folder, int number) {
     return folder + "zymt" + std::to_string(number) + ".dl";
 }
 
-// ---- Starting an instance
-// ------------------------------------------------------------------------
+// ---- Starting an instance -----------------------------------------------------------------------
 
 void fillCopyTable(const InitEntry &entry, const ZyOptions *option) {
     initLock = platform::openNamedLock("MUTEX-ZY");
@@ -164,8 +162,7 @@ int startInstance(InitEntry &entry, void **handle, ZyOptions *option) {
     return result;
 }
 
-// ---- Ending an instance
-// --------------------------------------------------------------------------
+// ---- Ending an instance -------------------------------------------------------------------------
 
 int endInstance(void *handle, int (*endExport)(void *)) {
     int result = endExport(nullptr);

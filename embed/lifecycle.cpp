@@ -4,6 +4,7 @@
 #include <string>
 
 #include "embed/kernel.h"
+#include "embed/lifecycle.h"
 #include "embed/scriptDriver.h"
 #include "embed/streams.h"
 #include "expr/context.h"
@@ -17,13 +18,11 @@
 #include "instance/report.h"
 #include "platform/signals.h"
 #include "startup/startup.h"
+#include "stmt/program.h"
 #include "stmt/signalState.h"
 
 namespace zy {
 
-namespace {
-
-// The handlers that this instance has taken the place of.
 void installFaultHandlers() {
     bool installed = platform::installHandler(platform::memoryFaultSignal, segmentationBusHandler,
                                               &handlerBeforeFault) &&
@@ -32,6 +31,8 @@ void installFaultHandlers() {
     if (!installed)
         plainError("internal signal error in segmentation interrupter");
 }
+
+namespace {
 
 // The code of this copy is about to be unmapped: no signal may come to it any more.
 void withdrawFaultHandlers() {
@@ -95,6 +96,7 @@ int Zy_End_kernel(void *) {
 }
 
 void cleanMemory() {
+    zy::releaseProgram();
     zy::releaseReopenList();
     zy::resetVocabularySwitches();
     zy::releaseContexts();
@@ -109,6 +111,7 @@ void cleanMemory() {
     if (!e_lang->embedded)
         zy::envRelease();
     zy::releaseStartup();
+    zy::releaseFileNames();
     zy::releaseLangState();
 }
 

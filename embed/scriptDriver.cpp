@@ -4,15 +4,13 @@
 #include <cstring>
 
 #include "embed/kernel.h"
-#include "front/lexerState.h"
 #include "instance/report.h"
 
 namespace zy {
 
 namespace {
 
-// ---- A second run is refused
-// ----------------------------------------------------------------------
+// ---- A second run is refused --------------------------------------------------------------------
 
 enum RunEntry { RUN_SCRIPT, RUN_SCRIPT_M, EXEC_SCRIPT, EXEC_SCRIPT_M };
 
@@ -38,8 +36,7 @@ bool refused(RunEntry entry) {
     return true;
 }
 
-// ---- One run
-// --------------------------------------------------------------------------------------
+// ---- One run ------------------------------------------------------------------------------------
 
 int countArguments(char **argv) {
     int count = 0;
@@ -78,33 +75,7 @@ int runRepeatedly(RunEntry entry, Run run) {
     return result;
 }
 
-// Runs the program that is parsed.
-int execParsedScript() {
-    runStatus = RUN_CLEAN;
-    cleanup();
-    return runStatus == RUN_ERROR ? -1 : 0;
-}
-
 }  // namespace
-
-int runScriptFile(const char *path, bool) {
-    parseOk = 1;
-    errorFlag = 0;
-    runStatus = RUN_CLEAN;
-    // Nothing is parsed yet, so no program can be run.
-    plainError("cannot execute command '%s'", path);
-    return -1;
-}
-
-void runAtExit() {
-    int mask = e_lang->callbackMask;
-    e_lang->callbackMask = 0;  // no debug events from these calls
-    while (AtExitEntry *entry = e_lang->atExitList) {
-        e_lang->atExitList = entry->next;
-        delete entry;
-    }
-    e_lang->callbackMask = mask;
-}
 
 }  // namespace zy
 
@@ -115,16 +86,14 @@ int Zy_RunScript_kernel(void *, char **argv) {
         return -1;
     scriptMode = SCRIPT_RUN;
     takeArguments(argv);
-    FILE *file = fopen(e_filenamebuf, "r");
+    FILE *file = openScript(e_filenamebuf);
     if (!file) {
         plainError("cannot open file '%s' ", e_filenamebuf);
         return -1;
     }
     beginRun();
-    sourceFiles[0] = file;
-    int result = runScriptFile(e_filenamebuf, false);
+    int result = runScriptFile(file, e_filenamebuf, false);
     waitIfRestricted();
-    fclose(file);
     return hostResult(result);
 }
 
@@ -132,12 +101,12 @@ int Zy_RunScriptM_kernel(void *, char **argv) {
     return runRepeatedly(RUN_SCRIPT_M, [&] { return Zy_RunScript_kernel(nullptr, argv); });
 }
 
-int Zy_ExecScript_kernel(void *, char *) {
+int Zy_ExecScript_kernel(void *, char *command) {
     if (refused(EXEC_SCRIPT))
         return -1;
     scriptMode = SCRIPT_EXECUTED;
     beginRun();
-    int result = execParsedScript();
+    int result = execParsedScript(command);
     waitIfRestricted();
     return hostResult(result);
 }
@@ -145,6 +114,30 @@ int Zy_ExecScript_kernel(void *, char *) {
 int Zy_ExecScriptM_kernel(void *, char *command) {
     return runRepeatedly(EXEC_SCRIPT_M, [&] { return Zy_ExecScript_kernel(nullptr, command); });
 }
+
+namespace {
+
+// Parses the script argv[0]; warnings print from that level on.
+int parseOnly(char **argv, int warningLevel, bool initialisers) {
+    takeArguments(argv);
+    FILE *file = openScript(e_filenamebuf);
+    if (!file)
+        return -1;
+    int savedLevel = e_lang->warningLevel;
+    e_lang->warningLevel = warningLevel;
+    e_lang->runInitialisers = initialisers;
+    int result = parseScriptFile(file, e_filenamebuf);
+    e_lang->runInitialisers = 1;
+    e_lang->warningLevel = savedLevel;
+    errorFlag = 0;
+    return result;
+}
+
+}  // namespace
+
+int Zy_ParseScript_kernel(void *, char **argv) { return parseOnly(argv, 3, true); }
+
+int Zy_ParseScriptNoInit_kernel(void *, char **argv) { return parseOnly(argv, 0, false); }
 
 int Zy_Reset_kernel(void *) {
     runAtExit();

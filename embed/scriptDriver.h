@@ -1,6 +1,8 @@
-// Running scripts: the state machine that guards runs, the phases of a run, the functions given to
-// atexit.
+// Running scripts: the phases of a run, the functions given to atexit. The services with their
+// state machine are in embed/scriptDriver.cpp.
 #pragma once
+
+#include <cstdio>
 
 #include "instance/langState.h"
 
@@ -13,8 +15,24 @@ struct AtExitEntry {
 
 // Runs the functions given to atexit, newest first, those included that they add.
 void runAtExit();
+// Frees the list without running them.
+void freeAtExitList();
 
-// Runs the file at `path`, which is open as the first source; 0, or -1 for any failure.
-int runScriptFile(const char *path, bool keepMain);
+// Calls a function of the script without arguments; its result is dropped.
+void callWithoutArguments(void *function);
+
+// The script as a stream for reading; NULL if it can't be opened. A folder is no script.
+FILE *openScript(const char *path);
+
+// Parses and runs the file, and closes it: its file-level statements, then its main. 0, or -1 for
+// any failure.
+int runScriptFile(FILE *file, const char *path, bool keepMain);
+// Reads a start-up file (NULL: the regular or restricted one of the home); a missing one is no
+// error. What it leaves in system variables, keywords and aliases stays; its program doesn't.
+void readStartupFile(const char *path);
+// Parses it only; 0 or -1.
+int parseScriptFile(FILE *file, const char *path);
+// Runs the program that is parsed. command is the script's name with its arguments behind a blank.
+int execParsedScript(const char *command);
 
 }  // namespace zy

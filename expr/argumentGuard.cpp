@@ -18,8 +18,7 @@ int rankOf(const TypeInfo *info) {
     return info->arrayLink ? static_cast<int>(info->arrayLink->rank) : 0;
 }
 
-// ---- Arrays
-// ----------------------------------------------------------------------------------------
+// ---- Arrays -------------------------------------------------------------------------------------
 
 long long limitOf(const ExprNode *bound) {
     const Value *constant = constantOf(bound);
@@ -95,8 +94,7 @@ void checkAssumedArgument(ExprNode *actual, const TypeInfo *formal) {
     checkType(formal->dataType, elementTypeOf(actual));
 }
 
-// ---- Functions
-// -------------------------------------------------------------------------------------
+// ---- Functions ----------------------------------------------------------------------------------
 
 bool isFunctionLike(const ExprNode *actual) {
     DataType type = treeType(actual);
@@ -126,8 +124,7 @@ void checkFunctionArgument(ExprNode *actual, int position) {
                      position);
 }
 
-// ---- Plain arguments
-// -------------------------------------------------------------------------------
+// ---- Plain arguments ----------------------------------------------------------------------------
 
 bool areOfOneBand(int first, int second) {
     return isPointer(first) && isPointer(second) && pointerDepth(first) == pointerDepth(second) &&

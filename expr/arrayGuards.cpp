@@ -10,8 +10,7 @@
 
 namespace zy {
 
-// ---- Shapes
-// --------------------------------------------------------------------------------------
+// ---- Shapes -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -140,8 +139,7 @@ ShapeKnowledge arrayShapeKind(const ExprNode *tree) {
         {arrayShapeKind(tree->left), arrayShapeKind(tree->right), arrayShapeKind(tree->third)});
 }
 
-// ---- Comparison of extents
-// -------------------------------------------------------------------------
+// ---- Comparison of extents ----------------------------------------------------------------------
 
 namespace {
 
@@ -199,8 +197,7 @@ void checkSameShape(const ExprNode *left, const ExprNode *right, bool warnOnly) 
         parseError("array dimensions do not match ");
 }
 
-// ---- Matrix operations
-// -----------------------------------------------------------------------------
+// ---- Matrix operations --------------------------------------------------------------------------
 
 namespace {
 
@@ -303,8 +300,7 @@ int checkArrayOperands(const ExprNode *left, const ExprNode *right, int code) {
     return code;
 }
 
-// ---- Two declarations
-// ------------------------------------------------------------------------------
+// ---- Two declarations ---------------------------------------------------------------------------
 
 namespace {
 

@@ -15,7 +15,7 @@ namespace {
 
 // The line of the statement that closes a block: the end node of its list.
 int lastLineOf(const StmtNode *block) {
-    const auto *statement = static_cast<const StmtNode *>(block->operandA);
+    const auto *statement = block->operandA.statement;
     while (statement && statement->kind != STMT_END)
         statement = statement->next;
     return statement ? statement->line : 0;

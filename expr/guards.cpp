@@ -11,8 +11,7 @@
 
 namespace zy {
 
-// ---- Reports
-// -------------------------------------------------------------------------------------
+// ---- Reports ------------------------------------------------------------------------------------
 
 void refuseType(int found, int expected) {
     parseError("found %s where %s is expected", dataTypeText(found), dataTypeText(expected));
@@ -22,8 +21,7 @@ void warnType(int found, int expected) {
     parseWarning("found %s where %s is expected", dataTypeText(found), dataTypeText(expected));
 }
 
-// ---- One expression against one type
-// -------------------------------------------------------------
+// ---- One expression against one type ------------------------------------------------------------
 
 namespace {
 
@@ -102,8 +100,7 @@ ExprNode *convertTree(ExprNode *tree, int expected) {
     return tree;
 }
 
-// ---- Casts
-// ---------------------------------------------------------------------------------------
+// ---- Casts --------------------------------------------------------------------------------------
 
 namespace {
 

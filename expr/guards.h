@@ -1,4 +1,4 @@
-// Checks of expressions against what is wanted of them, made once, while they are parsed. A check
+// open header: Checks of expressions against what is wanted of them, made once, while they are parsed. A check
 // answers with messages and errorFlag and leaves the tree as it is: conversions happen when the
 // operand is read.
 #pragma once

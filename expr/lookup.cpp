@@ -102,7 +102,7 @@ namespace {
 StmtNode *blockOf(StmtNode *statement) {
     while (statement && statement->kind != STMT_BLOCK) {
         bool isEnd = statement->kind == STMT_END || statement->kind == STMT_GROUP_END;
-        statement = isEnd ? static_cast<StmtNode *>(statement->operandB) : statement->next;
+        statement = isEnd ? statement->operandB.statement : statement->next;
     }
     return statement;
 }

@@ -83,6 +83,7 @@ ExprNode *newSymbolNode(TypeInfo *symbol) {
     if (node) {
         node->payload.symbol = symbol;
         node->payload2.name = symbol->name;
+        node->owned = symbol->level == TYPE_ONLY_LEVEL;
     }
     return node;
 }
@@ -112,9 +113,9 @@ bool keepsBranches(const ExprNode *node) {
     return node->op == OP_OR || node->op == OP_AND || node->op == OP_CONDITIONAL;
 }
 
+// Told by the leaf alone: a variable may have been released before a tree that names it.
 bool isTypeLeaf(const ExprNode *node) {
-    return node->kind == NODE_VALUE && node->type == DT_NAME && node->payload.symbol &&
-           node->payload.symbol->level == TYPE_ONLY_LEVEL;
+    return node->kind == NODE_VALUE && node->type == DT_NAME && node->owned;
 }
 
 // Copies whose operands are still those of the model, linked through `link`.

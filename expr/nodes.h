@@ -31,7 +31,7 @@ void appendListCell(ExprNode *&list, ExprNode *item);
 ExprNode *newIntNode(int number);
 // A constant of type unsigned long long int.
 ExprNode *newSizeNode(unsigned long long number);
-// A leaf that names a variable, function or type. It owns a record of TYPE_ONLY_LEVEL.
+// A leaf that names a variable, function or type. It owns the record if that has TYPE_ONLY_LEVEL.
 ExprNode *newSymbolNode(TypeInfo *symbol);
 
 // All fields zero but the kind.

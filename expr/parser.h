@@ -1,4 +1,4 @@
-// The expression parser: an operator-precedence parser over the token stream, with two explicit
+// open header: The expression parser: an operator-precedence parser over the token stream, with two explicit
 // stacks. It leaves a typed tree, in which each operator has the code that says what to run; the
 // caller threads it with compileChain(). Each parenthesis, argument and subscript is a call of its
 // own, and so has its own nine places for operators that wait.
@@ -20,14 +20,32 @@ ExprNode *parseConditionalBranch();
 
 // The argument list of a built-in or a call, the subscripts of an array (OP_SUBSCRIPT): `node` is
 // the operator, of a call or subscript with the callee or array in `left`. The token behind the
-// list is not read. Takes the node; NULL if nothing could be made of it.
+// list is not read. Takes the node; NULL after a message if nothing could be made of it.
+//
+// Arguments go to left, right, third and fourth. A call and a subscript have them as a list in
+// `right`. Of the functions with any number of arguments, fprintf, sprintf, fscanf and sscanf have
+// their first one in `left` and a list of the others in `right`; all else has the list in `left`.
 ExprNode *parsePrimary(ExprNode *node, bool runMode);
 
 // With the ( consumed and the first token of the type current: a type name and its ). A leaf with a
 // type-only record; NULL after a message.
 ExprNode *parseCastType();
 
-// Takes a token that must be c. False, with the token pushed back, after the message "missing".
-bool expectToken(char c);
+// A name that starts a stream form where nothing is declared under it: printf << a, fprintf << a,
+// scanf >> a. The token is the current one.
+bool startsStreamForm(const NameEntry *name);
+
+// ---- What other rooms define; expr/pendingParser.cpp stands in for them.
+
+// Loads the head of the function file of that name; false if there is none. decl/
+bool loadFunctionFile(NameEntry *name);
+// Declares the name at file scope as a function that returns int and takes anything. stmt/
+void makeImplicitFunction(NameEntry *name);
+// `defined` of an #if: its operand, as an int. front/preprocessor
+ExprNode *parseDefined();
+// A command between backquotes, the first of which is consumed. shell/
+ExprNode *parseCommandSubstitution(bool runMode);
+// Chooses the operator of a generic function by the types of its arguments.
+ExprNode *resolveGeneric(ExprNode *node);
 
 }  // namespace zy

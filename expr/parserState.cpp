@@ -4,6 +4,6 @@ namespace zy {
 
 ExprNode *keptTexts;
 bool parserRunMode;
-int expressionNesting;
+bool nestedFaultReported;
 
 }  // namespace zy

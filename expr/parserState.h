@@ -5,8 +5,8 @@
 
 namespace zy {
 
-extern ExprNode *keptTexts;    // list cells with the texts of literals
-extern bool parserRunMode;     // of the innermost parse: see parseExpression()
-extern int expressionNesting;  // calls of the parser on the host's stack
+extern ExprNode *keptTexts;       // list cells with the texts of literals
+extern bool parserRunMode;        // of the innermost parse: see parseExpression()
+extern bool nestedFaultReported;  // calls of the parser on the host's stack
 
 }  // namespace zy

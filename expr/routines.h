@@ -7,6 +7,8 @@
 namespace zy {
 
 void undefinedOperation(ExprNode *node);
+// A call of a script function; stmt/calls.cpp has it.
+void callOperator(ExprNode *node);
 
 // Truth and order of what isn't a number alone (expr/logicOperators.cpp).
 void notOperator(ExprNode *node);

@@ -142,8 +142,7 @@ void pushScalar(T number) {
         setScalar(result, number);
 }
 
-// ---- Operations: on two numbers of one type
-// ------------------------------------------------------
+// ---- Operations: on two numbers of one type -----------------------------------------------------
 
 // Integers wrap around: they are computed unsigned.
 template <class T, bool isInteger = std::is_integral_v<T>>
@@ -291,8 +290,7 @@ struct ShiftRight {
     }
 };
 
-// ---- Operations on one number
-// --------------------------------------------------------------------
+// ---- Operations on one number -------------------------------------------------------------------
 
 struct Same {
     template <class T>

@@ -51,8 +51,7 @@ ExprNode *castTo(const ExprNode *target, ExprNode *value) {
     return newOperatorNode(OP_CAST, castTargetOf(target), value);
 }
 
-// ---- Arithmetic, comparison, logic
-// ---------------------------------------------------------------
+// ---- Arithmetic, comparison, logic --------------------------------------------------------------
 
 bool isPointerArithmetic(int code) { return isPointerSum(code) || code == OP_POINTER_DIFFERENCE; }
 
@@ -129,8 +128,7 @@ ExprNode *bindElementwise(ExprNode *node) {
     return node;
 }
 
-// ---- Pointers
-// ------------------------------------------------------------------------------------
+// ---- Pointers -----------------------------------------------------------------------------------
 
 ExprNode *bindIndirection(ExprNode *node) {
     if (!isPointer(arrayElementTypeOf(node->left)))
@@ -151,8 +149,7 @@ ExprNode *bindAddress(ExprNode *node) {
     return node;
 }
 
-// ---- Assignment
-// ----------------------------------------------------------------------------------
+// ---- Assignment ---------------------------------------------------------------------------------
 
 ExprNode *bindIncrement(ExprNode *node) {
     bool isUp = node->op == OP_PREFIX_INCREMENT || node->op == OP_POSTFIX_INCREMENT;
@@ -251,8 +248,7 @@ ExprNode *bindCompound(ExprNode *node) {
     return !errorFlag && isWider ? castTo(node->left, node) : node;
 }
 
-// ---- ?: and casts
-// --------------------------------------------------------------------------------
+// ---- ?: and casts -------------------------------------------------------------------------------
 
 void checkBranches(const ExprNode *first, const ExprNode *second) {
     DataType firstType = arrayElementTypeOf(first), secondType = arrayElementTypeOf(second);
@@ -283,8 +279,7 @@ ExprNode *bindCast(ExprNode *node) {
     return node;
 }
 
-// ---- Dispatch
-// ------------------------------------------------------------------------------------
+// ---- Dispatch -----------------------------------------------------------------------------------
 
 struct Binding {
     int first, last;

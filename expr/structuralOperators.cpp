@@ -15,8 +15,7 @@
 
 namespace zy {
 
-// ---- Cast
-// ----------------------------------------------------------------------------------------
+// ---- Cast ---------------------------------------------------------------------------------------
 
 namespace {
 
@@ -42,8 +41,7 @@ void castOperator(ExprNode *node) {
     node->routine(node);
 }
 
-// ---- Comma
-// ---------------------------------------------------------------------------------------
+// ---- Comma --------------------------------------------------------------------------------------
 
 namespace {
 
@@ -76,8 +74,7 @@ void commaOperator(ExprNode *node) {
     node->routine(node);
 }
 
-// ---- sizeof
-// --------------------------------------------------------------------------------------
+// ---- sizeof -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -94,8 +91,8 @@ uint64_t sizeOfValue(const ExprNode *tree, const Value *value) {
 }
 
 // The bounds of a type come in pairs, lower limit last in the list and so first on the stack.
+// `size` is that of an element.
 bool sizeOfBounds(ExprNode *list, uint64_t &size) {
-    size = 0;
     for (ExprNode *cell = list; cell && cell->next; cell = cell->next->next) {
         Value *first = popValue();
         Value *second = popValue();
@@ -103,8 +100,6 @@ bool sizeOfBounds(ExprNode *list, uint64_t &size) {
             endChain();
             return false;
         }
-        if (cell == list)
-            size = elementSize(first->type);
         size *= truncateToUint64(readDouble(second) - readDouble(first));
         recycleValue(first);
         recycleValue(second);
@@ -117,6 +112,7 @@ bool sizeOfBounds(ExprNode *list, uint64_t &size) {
 void sizeofOperator(ExprNode *node) {
     uint64_t size = 0;
     if (node->left->kind == NODE_LIST) {
+        size = node->right ? node->right->payload.ull : 0;
         if (!sizeOfBounds(node->left, size))
             return;
     } else {
@@ -131,8 +127,7 @@ void sizeofOperator(ExprNode *node) {
     pushScalar<unsigned long long>(size);
 }
 
-// ---- new
-// -----------------------------------------------------------------------------------------
+// ---- new ----------------------------------------------------------------------------------------
 
 namespace {
 
@@ -180,8 +175,7 @@ void newOperator(ExprNode *node) {
         pushValue(result);
 }
 
-// ---- streval
-// -------------------------------------------------------------------------------------
+// ---- streval ------------------------------------------------------------------------------------
 
 void evaluateText(ExprNode *node) {
     Operand operand(node->left, Operand::CONTENTS);

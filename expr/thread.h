@@ -1,4 +1,4 @@
-// Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
+// open header: Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
 // order in which they run, operands before operators, and each gets the routine that runs it. The
 // tree stays: operators find their constant operands, and their targets, in their operand fields.
 // Threading a tree again gives the same chain and makes no new nodes.

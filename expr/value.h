@@ -82,10 +82,10 @@ struct ExprNode {
             Payload payload;
             Payload2 payload2;
             union {
-                ShapeNode *shape;  // of arrays
-                struct {           // of aggregates and pointers to them
-                    uint8_t
-                        owned;  // 1: the object is released with the Value; 2: made for a return
+                ShapeNode *shape;   // of arrays
+                struct {            // of aggregates and pointers to them, and of leaves
+                    uint8_t owned;  // 1: the object, of a DT_NAME leaf its type record, is released
+                                    // with the Value; 2: made for a return
                     uint8_t noFree;  // the object is no heap block of its own
                 };
             };

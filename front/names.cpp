@@ -17,7 +17,7 @@ namespace {
 template <class Matches>
 NameEntry *findName(const char *text, Matches matches) {
     NameEntry *entry = nameTable[bucketOf(*text)];
-    while (entry && !matches(entry))
+    while (entry && (entry->hidden || !matches(entry)))
         entry = entry->next;
     return entry;
 }

@@ -83,6 +83,12 @@ namespace zy {
 
 constexpr int SOURCE_LINE_MAX = 5120;  // bytes of a source line, of a path, of a macro buffer
 
+// A cell of a list of names.
+struct NameCell {
+    NameCell *next;
+    char *text;  // owned
+};
+
 // How the last script was run; a second run is refused until Zy_Reset.
 enum ScriptMode { SCRIPT_IDLE, SCRIPT_RUN, SCRIPT_EXECUTED };
 extern ScriptMode scriptMode;

@@ -27,8 +27,7 @@ void *pointerOf(const Value *value) {
     return function && function->body ? function : nullptr;
 }
 
-// ---- Pairs
-// ---------------------------------------------------------------------------------------
+// ---- Pairs --------------------------------------------------------------------------------------
 
 namespace {
 
@@ -55,8 +54,7 @@ FloatPair readComplex(const Value *value) {
     return {static_cast<float>(pair.first), static_cast<float>(pair.second)};
 }
 
-// ---- Numbers
-// -------------------------------------------------------------------------------------
+// ---- Numbers ------------------------------------------------------------------------------------
 
 namespace {
 
@@ -167,8 +165,7 @@ bool convertScalar(Value *value, int type) {
            convertToPointer(value, type);
 }
 
-// ---- The cast
-// ------------------------------------------------------------------------------------
+// ---- The cast -----------------------------------------------------------------------------------
 
 namespace {
 

@@ -1,8 +1,10 @@
 #include "rtlib/conversion.h"
 
+#include <charconv>
 #include <climits>
-#include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <string_view>
 
 namespace zy {
 
@@ -22,16 +24,30 @@ constexpr LetterRow letterRows[] = {
     {"b", CONVERT_BINARY, "", false},       {"n", CONVERT_COUNT, "", false},
 };
 
+// The row of each letter, found once when this file is compiled.
+struct LetterTable {
+    signed char row[128];
+};
+constexpr LetterTable makeLetterTable() {
+    LetterTable table{};
+    for (signed char &row : table.row)
+        row = -1;
+    for (size_t i = 0; i < std::size(letterRows); i++)
+        for (const char *letter = letterRows[i].letters; *letter; letter++)
+            table.row[static_cast<int>(*letter)] = static_cast<signed char>(i);
+    return table;
+}
+constexpr LetterTable letterTable = makeLetterTable();
+
 const LetterRow *rowOf(char letter) {
-    for (const LetterRow &row : letterRows)
-        if (letter && strchr(row.letters, letter))
-            return &row;
-    return nullptr;
+    auto index = static_cast<unsigned char>(letter);
+    int row = index < 128 ? letterTable.row[index] : -1;
+    return row < 0 ? nullptr : &letterRows[row];
 }
 
 // The longer words first.
 struct LengthRow {
-    const char *word;
+    std::string_view word;
     ConversionLength length;
 };
 constexpr LengthRow lengthRows[] = {
@@ -59,8 +75,9 @@ void readPrecision(const char *&text, Conversion &conversion) {
 
 void readLength(const char *&text, Conversion &conversion) {
     for (const LengthRow &row : lengthRows) {
-        size_t size = strlen(row.word);
-        if (strncmp(text, row.word, size) == 0 && rowOf(text[size])) {
+        size_t size = row.word.size();
+        bool matches = row.word[0] == *text && strncmp(text, row.word.data(), size) == 0;
+        if (matches && rowOf(text[size])) {
             conversion.length = row.length;
             text += size;
             return;
@@ -68,9 +85,9 @@ void readLength(const char *&text, Conversion &conversion) {
     }
 }
 
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 void keepFlags(Conversion &conversion, const char *given, int count, const char *defined) {
+    if (count == 0)
+        return;
     char *end = conversion.flags;
     for (const char *flag = defined; *flag; flag++)
         if (memchr(given, *flag, count))
@@ -82,7 +99,7 @@ void keepFlags(Conversion &conversion, const char *given, int count, const char 
 
 Conversion parseConversion(const char *text) {
     Conversion conversion;
-    conversion.byType = strncmp(text, "%ll", 3) == 0;
+    conversion.byType = text[1] == 'l' && text[2] == 'l';
     const char *flags = ++text;
     int flagCount = static_cast<int>(strspn(text, "-+ #0'"));
     text += flagCount;
@@ -109,15 +126,32 @@ bool hasRoom(const Conversion &conversion) {
            (conversion.width <= longest && (!countsPrecision || conversion.precision <= longest));
 }
 
+namespace {
+
+char *append(char *end, const char *text) {
+    while (*text)
+        *end++ = *text++;
+    return end;
+}
+
+char *append(char *end, int number) { return std::to_chars(end, end + 10, number).ptr; }
+
+}  // namespace
+
 ConversionText conversionText(const Conversion &conversion, const char *length, char letter) {
     ConversionText result;
-    char width[12] = "", precision[13] = "";
+    char *end = result.text;
+    *end++ = '%';
+    end = append(end, conversion.flags);
     if (conversion.width != NOT_GIVEN)
-        snprintf(width, sizeof width, "%d", conversion.width);
-    if (conversion.precision != NOT_GIVEN)
-        snprintf(precision, sizeof precision, ".%d", conversion.precision);
-    snprintf(result.text, sizeof result.text, "%%%s%s%s%s%c", conversion.flags, width, precision,
-             length, letter);
+        end = append(end, conversion.width);
+    if (conversion.precision != NOT_GIVEN) {
+        *end++ = '.';
+        end = append(end, conversion.precision);
+    }
+    end = append(end, length);
+    *end++ = letter;
+    *end = '\0';
     return result;
 }
 

@@ -31,6 +31,9 @@ struct Conversion {
     const char *tail = "";  // the text behind it
 };
 
+// The first letter of a conversion's text ends it, or is the first of its length.
+constexpr bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
 // The text begins with a %.
 Conversion parseConversion(const char *text);
 

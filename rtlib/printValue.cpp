@@ -9,13 +9,13 @@
 #include <cmath>
 #include <cstring>
 #include <initializer_list>
+#include <string>
 
 #include "expr/readers.h"
 #include "instance/report.h"
 #include "numeric/convert.h"
 #include "numeric/specialValues.h"
 #include "platform/files.h"
-#include "rtlib/conversion.h"
 
 namespace zy {
 
@@ -265,13 +265,8 @@ void printAddressValue(Sink &sink, const Conversion &conversion, const Value *va
         printInteger(sink, conversion, DT_ULLONG, bits);
 }
 
-void printBuffer(Sink &sink, const char *name, const platform::StreamBuffer &buffer) {
-    sink.print("\t%s", name);
-    if (buffer.text)
-        sink.write(buffer.text, strnlen(buffer.text, buffer.length));
-    else
-        sink.write("NULL");
-    sink.write("\n");
+std::string bufferText(const platform::StreamBuffer &buffer) {
+    return buffer.text ? std::string(buffer.text, buffer.length) : "NULL";
 }
 
 void printStream(Sink &sink, const Value *value) {
@@ -283,8 +278,8 @@ void printStream(Sink &sink, const Value *value) {
     platform::StreamFields fields = platform::streamFields(stream);
     sink.write("    {\n");
     sink.print("\t_cnt    = %d\n", fields.count);
-    printBuffer(sink, "_ptr    = ", fields.position);
-    printBuffer(sink, "_base   = ", fields.base);
+    sink.print("\t_ptr    = %s\n", bufferText(fields.position).c_str());
+    sink.print("\t_base   = %s\n", bufferText(fields.base).c_str());
     sink.print("\t_flag   = %d\n", fields.flags);
     sink.write("    }");
 }
@@ -343,8 +338,7 @@ bool printDefault(Sink &sink, const Value *value, Source source) {
     return true;
 }
 
-void printGiven(Sink &sink, const char *format, const Value *value, Source source) {
-    Conversion conversion = parseConversion(format);
+void printGiven(Sink &sink, const Conversion &conversion, const Value *value, Source source) {
     if (conversion.kind == CONVERT_TEXT && !allowsText(value)) {
         runError("print an invalid string");
         sink.fail();
@@ -357,7 +351,8 @@ void printGiven(Sink &sink, const char *format, const Value *value, Source sourc
         sink.write(conversion.tail);
 }
 
-int printAny(Sink &sink, const char *format, const Value *value, Source source) {
+// Without a conversion in the default of the type.
+int printAny(Sink &sink, const Conversion *conversion, const Value *value, Source source) {
     Class valueClass = classOf(value);
     if (valueClass == Class::NOTHING)
         return 0;
@@ -366,14 +361,25 @@ int printAny(Sink &sink, const char *format, const Value *value, Source source) 
         return 0;
     }
     long long before = sink.count();
-    if (format)
-        printGiven(sink, format, value, source);
+    if (conversion)
+        printGiven(sink, *conversion, value, source);
     else
         printDefault(sink, value, source);
     return sink.hasFailed() ? PRINT_FAILED : static_cast<int>(sink.count() - before);
 }
 
+int printAny(Sink &sink, const char *format, const Value *value, Source source) {
+    if (!format)
+        return printAny(sink, static_cast<Conversion *>(nullptr), value, source);
+    Conversion conversion = parseConversion(format);
+    return printAny(sink, &conversion, value, source);
+}
+
 }  // namespace
+
+int printConverted(Sink &sink, const Conversion &conversion, const Value *value) {
+    return printAny(sink, &conversion, value, Source::VALUE);
+}
 
 int printValue(Sink &sink, const char *format, const Value *value) {
     return printAny(sink, format, value, Source::VALUE);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "expr/scope.h"
+#include "rtlib/conversion.h"
 #include "rtlib/sink.h"
 
 namespace zy {
@@ -11,6 +12,8 @@ constexpr int PRINT_FAILED = -9999;
 // A format is one conversion with the text behind it; NULL asks for the default. The number of
 // characters written, or PRINT_FAILED.
 int printValue(Sink &sink, const char *format, const Value *value);
+// The same for a format that has been taken apart.
+int printConverted(Sink &sink, const Conversion &conversion, const Value *value);
 
 // The same for storage, where defaults don't follow _formatf and _formatd and a text that is NULL
 // shows as "NULL".

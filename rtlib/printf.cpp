@@ -13,7 +13,6 @@
 #include "expr/readers.h"
 #include "expr/thread.h"
 #include "numeric/convert.h"
-#include "rtlib/conversion.h"
 #include "rtlib/engine.h"
 #include "rtlib/printValue.h"
 
@@ -72,18 +71,15 @@ private:
         cell = cell->next;
         return current;
     }
-    void printFormat(std::string format);
+    bool takeFormat(std::string &format);
+    void printFormat(const std::string &format);
     const char *collect(const char *percent, std::string &conversion);
     bool takeStar(std::string &conversion);
-    void printConverted(const char *conversion);
+    void convertNext(const char *conversion);
 
     Sink &sink;
     ExprNode *cell;  // the next argument
 };
-
-bool isLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
-std::string copyOf(const char *text, size_t limit) { return {text, strnlen(text, limit)}; }
 
 // A * stands for the next argument. False if there is none.
 bool Walk::takeStar(std::string &conversion) {
@@ -122,7 +118,7 @@ void storeCount(const Value *pointer, long long count) {
     storeByPointerType(pointer->payload.p, &number, static_cast<int>(pointer->type));
 }
 
-void Walk::printConverted(const char *conversion) {
+void Walk::convertNext(const char *conversion) {
     Argument argument(next());
     if (!argument.get())
         return;
@@ -131,12 +127,11 @@ void Walk::printConverted(const char *conversion) {
         storeCount(argument.get(), sink.count());
         sink.write(parsed.tail);
     } else {
-        printValue(sink, conversion, argument.get());
+        printConverted(sink, parsed, argument.get());
     }
 }
 
-// The format is a copy: evaluating an argument may change the text it came from.
-void Walk::printFormat(std::string format) {
+void Walk::printFormat(const std::string &format) {
     const char *position = format.c_str();
     std::string conversion;
     while (const char *percent = strchr(position, '%')) {
@@ -150,43 +145,38 @@ void Walk::printFormat(std::string format) {
         const char *end = collect(percent, conversion);
         if (!end)
             break;
-        printConverted(conversion.c_str());
+        convertNext(conversion.c_str());
         position = end;
     }
     sink.write(position);
 }
 
+// The next argument as a format, copied, as evaluating those behind it may change the text it came
+// from. False for all else, which is printed.
+bool Walk::takeFormat(std::string &format) {
+    Argument argument(next());
+    if (!argument.get())
+        return false;
+    size_t limit;
+    const char *text = textOf(argument.get(), limit);
+    if (text)
+        format.assign(text, strnlen(text, limit));
+    else
+        printValue(sink, nullptr, argument.get());
+    return text;
+}
+
 void Walk::printAll() {
-    while (cell) {
-        std::string format;
-        {
-            Argument argument(next());
-            size_t limit;
-            if (!argument.get())
-                continue;
-            const char *text = textOf(argument.get(), limit);
-            if (!text) {
-                printValue(sink, nullptr, argument.get());
-                continue;
-            }
-            format = copyOf(text, limit);
-        }
-        printFormat(std::move(format));
-    }
+    std::string format;
+    while (cell)
+        if (takeFormat(format))
+            printFormat(format);
 }
 
 void Walk::printFirstFormat() {
-    if (!cell)
-        return;
     std::string format;
-    {
-        Argument argument(next());
-        size_t limit;
-        const char *text = argument.get() ? textOf(argument.get(), limit) : nullptr;
-        if (text)
-            format = copyOf(text, limit);
-    }
-    printFormat(std::move(format));
+    if (cell && takeFormat(format))
+        printFormat(format);
     dropArguments(cell);
 }
 

@@ -24,10 +24,16 @@ void pushPrinted(int count) {
     pushScalar(count);
 }
 
+// What a pointer leads to; NULL for any other value.
+void *targetOf(const Value *value) {
+    void *address = isPointer(value->type) ? pointerOf(value) : nullptr;
+    return isNullAddress(address) ? nullptr : address;
+}
+
 void printTo(const Value *stream, ExprNode *arguments) {
     int count = -1;
-    if (stream->payload.p) {
-        count = printfEngine(stream->payload.p, arguments);
+    if (void *file = targetOf(stream)) {
+        count = printfEngine(file, arguments);
     } else {
         runWarning("the file to be written by fprintf() has not open yet");
         dropArguments(arguments);
@@ -44,12 +50,15 @@ struct VariableArguments {
     VariableArguments(Value *text, const Value *list) {
         format.kind = NODE_LIST;
         format.item = text;
-        format.next = static_cast<ExprNode *>(pointerOf(list));
+        auto *cells = static_cast<ExprNode *>(targetOf(list));
+        format.next = cells && cells->kind == NODE_LIST ? cells : nullptr;
     }
     ExprNode *cells() { return &format; }
 };
 
 // ---- Into memory --------------------------------------------------------------------------------
+
+bool isString(const ExprNode *destination) { return treeType(destination) == DT_STRING; }
 
 // Into a string: it gets a new text.
 void assignText(ExprNode *target, const Sink &text) {
@@ -77,11 +86,10 @@ void fillArray(const Value *array, const Sink &text) {
 }
 
 void fillMemory(const Value *pointer, const Sink &text) {
-    auto *memory = static_cast<char *>(pointerOf(pointer));
-    if (isNullAddress(memory))
-        runError("s in sprintf(s, ...) is a NULL pointer ");
-    else
+    if (void *memory = targetOf(pointer))
         memcpy(memory, text.text(), text.length() + 1);
+    else
+        runError("s in sprintf(s, ...) is a NULL pointer ");
 }
 
 void pushStored(const Sink &text) {
@@ -120,14 +128,21 @@ void fprintfOperator(ExprNode *node) {
         printTo(stream.get(), node->right);
 }
 
-void sprintfOperator(ExprNode *node) {
-    if (treeType(node->left) == DT_STRING) {
-        printIntoString(node->left, node->right);
-        return;
-    }
+namespace {
+
+void sprintfIntoString(ExprNode *node) { printIntoString(node->left, node->right); }
+
+void sprintfIntoMemory(ExprNode *node) {
     Operand destination(node->left, Operand::CONTENTS);
     if (destination)
         printIntoMemory(destination.get(), node->right);
+}
+
+}  // namespace
+
+void sprintfOperator(ExprNode *node) {
+    node->routine = isString(node->left) ? sprintfIntoString : sprintfIntoMemory;
+    node->routine(node);
 }
 
 void vprintfOperator(ExprNode *node) {
@@ -151,17 +166,18 @@ void vsprintfIntoString(ExprNode *node) {
         printIntoString(node->left, VariableArguments(format.get(), list.get()).cells());
 }
 
-}  // namespace
-
-void vsprintfOperator(ExprNode *node) {
-    if (treeType(node->left) == DT_STRING) {
-        vsprintfIntoString(node);
-        return;
-    }
+void vsprintfIntoMemory(ExprNode *node) {
     Operand destination(node->left, Operand::CONTENTS);
     Operand format(node->right, Operand::CONTENTS), list(node->third, Operand::CONTENTS);
     if (destination && format && list)
         printIntoMemory(destination.get(), VariableArguments(format.get(), list.get()).cells());
+}
+
+}  // namespace
+
+void vsprintfOperator(ExprNode *node) {
+    node->routine = isString(node->left) ? vsprintfIntoString : vsprintfIntoMemory;
+    node->routine(node);
 }
 
 }  // namespace zy

@@ -84,6 +84,14 @@ VarCell *newTextArray(const std::vector<std::string> &texts) {
 
 }  // namespace
 
+void setArgumentsFromText(const char *text) {
+    if (argumentRecord)
+        killEntry(argumentRecord);
+    argumentRecord = newTextArray(splitArguments(text));
+    copyArgcArgv(static_cast<int>(argumentRecord->count) - 1,
+                 static_cast<char **>(argumentRecord->data.p));
+}
+
 void storeArguments() {
     if (VarCell *count = systemCell(SLOT_ARGC))
         count->data.i = scriptArgc;

@@ -36,8 +36,6 @@ void clearFunctionName() {
 
 }  // namespace
 
-void readStartupFile(const char *) {}
-
 void releaseStartup() {
     resetLexerState();
     releaseBuiltins();
@@ -45,6 +43,9 @@ void releaseStartup() {
         releaseSearchTable(table);
     releaseUserData();
     homeFolder[0] = '\0';
+    if (argumentRecord)
+        killEntry(argumentRecord);
+    argumentRecord = nullptr;
     scriptArgc = 0;
     scriptArgv = nullptr;
 }

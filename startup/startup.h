@@ -5,9 +5,8 @@
 
 namespace zy {
 
-// Reads a start-up file (NULL: the regular or restricted one of the home); a missing one is no
-// error. What it leaves in system variables, keywords and aliases stays.
-void readStartupFile(const char *path);
+// Makes the words of a text the script's arguments.
+void setArgumentsFromText(const char *text);
 
 // Puts the arguments last given to copyArgcArgv() into _argc and _argv.
 void storeArguments();

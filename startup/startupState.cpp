@@ -15,5 +15,6 @@ ExprNode *promptExpression;
 
 int scriptArgc;
 char **scriptArgv;
+VarCell *argumentRecord;
 
 }  // namespace zy

@@ -2,7 +2,7 @@
 // startupState.cpp defines the cells; releaseStartup() gives each its first value.
 #pragma once
 
-#include "expr/value.h"
+#include "expr/scope.h"
 #include "instance/langState.h"
 #include "startup/paths.h"
 
@@ -36,5 +36,7 @@ extern ExprNode *promptExpression;
 // The arguments of the script, not owned. They may be given before the variables exist.
 extern int scriptArgc;
 extern char **scriptArgv;
+// The arguments that were made from a text, owned; NULL otherwise.
+extern VarCell *argumentRecord;
 
 }  // namespace zy

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Checks the order of the rooms: rooms.sh SOURCE_FOLDER
-# A source includes headers of its own room and of lower ones, and record headers of any room. Only
+# A source includes headers of its own room and of lower ones, and record and open headers of any
+# room. Only
 # platform/ includes headers of the operating system.
 set -eu
 cd "$1"
@@ -18,7 +19,7 @@ for room in "${rooms[@]}"; do
         other=${target%%/*}
         [ -n "${height[$other]:-}" ] || continue  # the public header
         if [ "${height[$other]}" -gt "${height[$room]}" ] &&
-            ! head -1 "$target" | grep -q 'record header'; then
+            ! head -1 "$target" | grep -qE '(record|open) header'; then
             complain "$file includes $target, a header of an upper room"
         fi
     done < <(grep -rE '^#include "' "$room" --include='*.cpp' --include='*.h')

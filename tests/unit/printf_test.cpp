@@ -424,6 +424,49 @@ TEST_F(PrintfTest, IntoAnArray) {
     EXPECT_EQ(std::string(memory, 8), std::string("abc\0...\0", 8));
 }
 
+TEST_F(PrintfTest, IntoAString) {
+    ExprNode *target = variable(constant(DT_STRING));
+    ExprNode *call = apply(OP_SPRINTF, target, list({text("%d%s"), number(1), again(target)}));
+    EXPECT_EQ(resultOf(call), 1);
+    EXPECT_EQ(resultOf(call), 2);
+    EXPECT_STREQ(cellOf(target)->data.text, "11");
+    ExprNode *listed = apply(OP_VSPRINTF, target, text("<%s>"),
+                             pointer(DT_P_VOID, list({again(target), number(2)})));
+    EXPECT_EQ(resultOf(listed), 5);
+    EXPECT_STREQ(cellOf(target)->data.text, "<11>2");
+    free(cellOf(target)->data.text);
+}
+
+TEST_F(PrintfTest, CountsAreStored) {
+    int number1 = 0;
+    short number2[2] = {0, 9};
+    EXPECT_EQ(printed({text("abc%n%d%n|"), pointer(DT_P_INT, &number1), number(10),
+                       pointer(DT_P_SHORT, number2)}),
+              "abc10|");
+    EXPECT_EQ(number1, 3);
+    EXPECT_EQ(number2[0], 5);
+    EXPECT_EQ(number2[1], 9);
+    EXPECT_EQ(printed({text("a%n|%n"), constant(DT_P_INT), pointer(DT_P_DOUBLE, &number1)}), "a|");
+    EXPECT_EQ(number1, 3);
+}
+
+TEST_F(PrintfTest, WhatIsNoPointerLeadsNowhere) {
+    EXPECT_EQ(errorsOf([&] {
+                  EXPECT_EQ(resultOf(apply(OP_SPRINTF, number(70000), list({text("a")}))), 1);
+              }),
+              "ERROR: s in sprintf(s, ...) is a NULL pointer \n"
+              "       at line 7 in file 'test.zy'\n");
+    EXPECT_NE(errorsOf([&] {
+                  EXPECT_EQ(resultOf(apply(OP_VFPRINTF, number(70000), text("a"), number(70000))),
+                            -1);
+              }).find("has not open yet"),
+              std::string::npos);
+    char memory[4] = "";
+    EXPECT_EQ(resultOf(apply(OP_VSPRINTF, array(DT_CHAR, memory, 4), text("%d"), number(70000))),
+              2);
+    EXPECT_STREQ(memory, "%d");
+}
+
 TEST_F(PrintfTest, ListsOfVariableArguments) {
     char memory[16] = "";
     ExprNode *arguments = pointer(DT_P_VOID, list({number(1), text("two"), number(3)}));

@@ -1,0 +1,41 @@
+// Tags of structs, classes, unions and enums. A tag is a declaration of its block and behaves as a
+// typedef name. Where an object of the same name stands beside it the tag lives under a name of its
+// own, _zy_NAME, under which a look-up by aggregate word finds it as well.
+#pragma once
+
+#include "decl/structInfo.h"
+#include "front/names.h"
+
+namespace zy {
+
+// The tag of that name in a list; the innermost one that is visible, the list searched first.
+Symbol *tagInList(const NameEntry *name, TypeInfo *list);
+Symbol *visibleTag(const NameEntry *name, TypeInfo *list);
+// The visible tag of that sort, NULL for none.
+Symbol *findTag(const NameEntry *name, TypeInfo *list, AggregateKind aggregateKind);
+
+// Whether a tag is of the sort that the word before it says; a message if not.
+bool tagMatches(const Symbol *tag, AggregateKind aggregateKind);
+// Whether a body may define it; a message if it has one.
+bool tagIsOpen(const Symbol *tag);
+
+// The tag of a forward reference in the innermost block: incomplete, until a body fills the same
+// record. NULL after a message if memory is exhausted.
+Symbol *newTagRecord(NameEntry *name, AggregateKind aggregateKind);
+// Gives a tag its second name, so that the plain one can be an object.
+void hideTag(Symbol *tag);
+// The name to print: without what hideTag() put in front.
+const char *plainTagName(const Symbol *tag);
+
+void addTagToBlock(TagEntry **tagList, NameEntry *name, StructInfo *info,
+                   AggregateKind aggregateKind);
+
+// With the { consumed. False after a message.
+bool parseStructBody(TagEntry **tagList, Symbol *tag, int level, AggregateKind aggregateKind);
+bool parseEnumBody(TypeInfo **symbolList, TagEntry **tagList, int level, Symbol *tag);
+
+// Class::member in a declarator, when the name just read is that of a class.
+enum QualifiedName { QUALIFIED_NONE, QUALIFIED_FUNCTION, QUALIFIED_DATA, QUALIFIED_FAILED };
+QualifiedName parseQualifiedName(Symbol *symbol, int dataType, int level);
+
+}  // namespace zy

@@ -1,0 +1,278 @@
+// Operands: names, constants, parentheses, and what stands behind them: subscripts and argument
+// lists. A name is resolved here once and for all; the tree keeps its declaration.
+
+#include "decl/funcInfo.h"
+#include "decl/structInfo.h"
+#include "expr/nodeClasses.h"
+#include "expr/parserParts.h"
+#include "expr/select.h"
+#include "expr/typeQueries.h"
+#include "instance/report.h"
+#include "stmt/stmtNode.h"
+
+namespace zy {
+
+namespace {
+
+bool textFollows(const char *text) {
+    for (int i = 0; text[i]; i++)
+        if (lineBuffer[linePos + i] != text[i])
+            return false;
+    return true;
+}
+
+bool followsAfterBlanks(const char *text) {
+    peekNonBlank();
+    return textFollows(text);
+}
+
+Symbol *resolveName(NameEntry *name, bool runMode, ClassContext **object) {
+    if (runMode && currentContext)
+        return lookupSymbolRun(currentContext, currentContext->statement, name, object);
+    return lookupSymbolParse(name, nullptr, object);
+}
+
+}  // namespace
+
+Symbol *visibleSymbol(NameEntry *name, bool runMode) {
+    ClassContext *object = nullptr;
+    return name ? resolveName(name, runMode, &object) : nullptr;
+}
+
+namespace {
+
+// ---- Subscripts and calls -----------------------------------------------------------------------
+
+bool isCallable(const ExprNode *operand) {
+    DataType type = treeType(operand);
+    return type == DT_FUNCTION || type == DT_P_FUNCTION;
+}
+
+bool isSubscriptable(const ExprNode *operand) {
+    DataType type = treeType(operand);
+    return isArray(type) || (isPointer(type) && type != DT_NULL && !isCallable(operand));
+}
+
+// (*p)(x) and (&f)(x) call what p(x) and f(x) call.
+ExprNode *calleeOf(ExprNode *operand) {
+    while (isOperator(operand) && operand->left &&
+           (operand->op == OP_INDIRECTION || operand->op == OP_ADDRESS) &&
+           isCallable(operand->left)) {
+        ExprNode *inner = operand->left;
+        operand->left = nullptr;
+        deleteNode(operand);
+        operand = inner;
+    }
+    return operand;
+}
+
+ExprNode *refuseSubscript(ExprNode *operand) {
+    parseError("invalid subscript for wrong data type");
+    deleteNode(operand);
+    return nullptr;
+}
+
+// ---- Names --------------------------------------------------------------------------------------
+
+// In an #if a name that means nothing is 0; the word `defined` exists as long as one is parsed.
+bool inCondition() { return keywordNamed("defined") != nullptr; }
+
+ExprNode *unknownName(NameEntry *name, bool runMode) {
+    if (startsStreamForm(name))
+        return parsePrimary(newOperatorNode(keywordNamed(name->text)->code), runMode);
+    if (followsAfterBlanks("(")) {
+        if (!loadFunctionFile(name))
+            makeImplicitFunction(name);
+        if (name->symbol)
+            return newSymbolNode(name->symbol);
+    } else if (inCondition()) {
+        return newIntNode(0);
+    }
+    pushedBack = true;
+    return nullptr;
+}
+
+// A data member of the class whose function is being parsed, by its name alone.
+bool isImplicitMember(const Symbol *symbol, const ClassContext *object) {
+    return object && object->thisFormal && (symbol->flags & FLAG_MEMBER) &&
+           !(symbol->flags & FLAG_CONSTRUCTOR) && symbol->storage != STORAGE_TYPEDEF;
+}
+
+ExprNode *implicitMember(const Symbol *symbol, const ClassContext *object) {
+    int index = memberIndex(object->thisFormal->structLink, symbol);
+    return bindOperator(
+        newOperatorNode(OP_ARROW, newSymbolNode(object->thisFormal), newIntNode(index)));
+}
+
+bool isNamedConstant(const Symbol *symbol) {
+    bool isConstant = symbol->dataType == DT_CONSTANT || (symbol->qualifiers & QUALIFIER_BUILTIN);
+    return isConstant && symbol->constant && symbol->constant->kind == NODE_VALUE;
+}
+
+// The text of a constant is shared: it lives as long as the constant.
+ExprNode *namedConstant(const Symbol *symbol) {
+    const Value *constant = symbol->constant;
+    if (constant->type != DT_STRING)
+        return copyNode(constant);
+    ExprNode *node = newZeroValue(DT_P_CHAR);
+    if (node)
+        node->payload.text = constant->payload.text;
+    return node;
+}
+
+ExprNode *constructorCall(Symbol *constructor, bool runMode) {
+    return parsePrimary(newOperatorNode(OP_CALL, newSymbolNode(constructor)), runMode);
+}
+
+// The name of a type: of a class before ::, a constructor, a conversion.
+ExprNode *typeOperand(Symbol *type, bool runMode) {
+    if (followsAfterBlanks("::"))
+        return newSymbolNode(type);
+    const StructInfo *aggregate = type->structLink;
+    bool isClass = type->dataType == DT_TAG || type->dataType == DT_STRUCT;
+    if (isClass && aggregate && aggregate->constructor && textFollows("("))
+        return constructorCall(aggregate->constructor, runMode);
+    if (isConversionCall())
+        return parseConversion(type->dataType, type->name->text, type, runMode);
+    parseError("missing '(' in casting operation or use a typedef name as operator ");
+    return nullptr;
+}
+
+ExprNode *nameOperand(NameEntry *name, Symbol *symbol, const ClassContext *object, bool runMode) {
+    if (!symbol)
+        return unknownName(name, runMode);
+    if (isImplicitMember(symbol, object))
+        return implicitMember(symbol, object);
+    if (symbol->storage == STORAGE_TYPEDEF)
+        return typeOperand(symbol, runMode);
+    return isNamedConstant(symbol) ? namedConstant(symbol) : newSymbolNode(symbol);
+}
+
+void takePostfixed(Parse &parse, ExprNode *operand) {
+    if (operand)
+        operand = parsePostfix(operand, parse.runMode);
+    if (operand)
+        pushOperand(parse, operand);
+    else
+        breakOff(parse);
+}
+
+}  // namespace
+
+ExprNode *parsePostfix(ExprNode *operand, bool runMode) {
+    // A list without parentheses has read the token behind it.
+    while (operand && !pushedBack) {
+        peekAndExpand();
+        char next = lineBuffer[linePos];
+        if (next == '(' && isCallable(operand))
+            operand = parsePrimary(newOperatorNode(OP_CALL, calleeOf(operand)), runMode);
+        else if (next == '[' && isSubscriptable(operand))
+            operand = parsePrimary(newOperatorNode(OP_SUBSCRIPT, operand), runMode);
+        else if (next == '[' && declarationOf(operand))
+            operand = refuseSubscript(operand);
+        else
+            break;
+    }
+    return operand;
+}
+
+void takeName(Parse &parse, NameEntry *name, Symbol *symbol, ClassContext *implicitObject) {
+    takePostfixed(parse, nameOperand(name, symbol, implicitObject, parse.runMode));
+}
+
+void takeMember(Parse &parse, NameEntry *name) {
+    const ExprNode *left = parse.operands;
+    const TypeInfo *member = findMember(left, name);
+    if (!member) {
+        breakOff(parse);
+        return;
+    }
+    pushOperand(parse, newIntNode(memberIndex(structInfoOf(left), member)));
+    reduceTop(parse);
+    takePostfixed(parse, popOperand(parse));
+}
+
+void takeIdentifier(Parse &parse) {
+    if (!parse.wantOperand) {
+        endExpression(parse);
+        return;
+    }
+    NameEntry *name = tokenValue.name;
+    if (isMember(waitingCode(parse))) {
+        takeMember(parse, name);
+        return;
+    }
+    ClassContext *object = nullptr;
+    Symbol *symbol = resolveName(name, parse.runMode, &object);
+    takeName(parse, name, symbol, object);
+}
+
+void takeConstant(Parse &parse) {
+    ExprNode *constant = tokenValue.constant;
+    if (!parse.wantOperand || isMember(waitingCode(parse))) {
+        deleteNode(constant);
+        refuseOperand(parse);
+        return;
+    }
+    if (constant->type == DT_STRING) {
+        constant->type = DT_P_CHAR;
+        keepText(constant->payload.text);
+    }
+    takePostfixed(parse, constant);
+}
+
+// ---- Parentheses --------------------------------------------------------------------------------
+
+namespace {
+
+void reportInside() {
+    if (!nestedFaultReported)
+        parseError("syntax error before )");
+    nestedFaultReported = true;
+}
+
+}  // namespace
+
+ExprNode *parseContents(bool runMode) {
+    unsigned char earlier = errorFlag;
+    errorFlag = 0;
+    ExprNode *tree = parseExpression(runMode);
+    bool failed = errorFlag;
+    errorFlag |= earlier;
+    if (failed)
+        reportInside();
+    else if (!tree)
+        parseError("no expression following (");
+    if (tree && !expectChar(')', !failed)) {
+        deleteNode(tree);
+        return nullptr;
+    }
+    return tree;
+}
+
+void takeParenthesis(Parse &parse) {
+    ExprNode *contents;
+    {
+        SeparatorScope brackets(false, KC_OPERATOR);
+        nextToken();
+        if (startsCast(parse.runMode)) {
+            takeCast(parse);
+            return;
+        }
+        pushedBack = true;
+        contents = parseContents(parse.runMode);
+    }
+    takePostfixed(parse, contents);
+}
+
+// ---- Types among the operands -------------------------------------------------------------------
+
+Symbol *typeNameAt(bool runMode) {
+    if (tokenClass != TK_IDENTIFIER)
+        return nullptr;
+    Symbol *symbol = visibleSymbol(tokenValue.name, runMode);
+    bool isType = symbol && symbol->storage == STORAGE_TYPEDEF && !followsAfterBlanks("::");
+    return isType ? symbol : nullptr;
+}
+
+}  // namespace zy

@@ -1,0 +1,12 @@
+// record header: what a store to a system variable calls.
+#pragma once
+
+#include "expr/scope.h"
+
+namespace zy {
+
+// What the variable stands for follows its new value; startup/systemVariables.cpp has the effects.
+void onSystemVariableSet(int slot, Symbol *symbol);         // string variables
+void onIntegerSystemVariableSet(int slot, Symbol *symbol);  // int variables
+
+}  // namespace zy

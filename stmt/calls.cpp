@@ -1,0 +1,328 @@
+// Calls of script functions. A call doesn't recurse in the host: it makes a context and a frame,
+// parks the caller, and the statement loop goes on in the body; the return pushes the result on the
+// caller's stack, whose chain goes on where it stopped. So only memory bounds the depth of calls.
+
+#include "stmt/calls.h"
+
+#include <cstring>
+
+#include "decl/funcInfo.h"
+#include "expr/context.h"
+#include "expr/nodes.h"
+#include "expr/operators.h"
+#include "expr/readers.h"
+#include "expr/routines.h"
+#include "expr/scope.h"
+#include "expr/thread.h"
+#include "expr/typeQueries.h"
+#include "front/names.h"
+#include "instance/report.h"
+#include "numeric/assign.h"
+#include "numeric/convert.h"
+#include "stmt/execute.h"
+
+namespace zy {
+
+namespace {
+
+// The function's name as scripts know it.
+const char *shownName(const TypeInfo *symbol) {
+    const char *name = symbol->name ? symbol->name->text : "";
+    return strncmp(name, "___", 3) == 0 ? "main" : name;
+}
+
+// The value of __func__: the name itself, which lives as long as the instance.
+void setFunctionName(const char *name) {
+    constexpr int functionNameSlot = 76;
+    if (VarCell *cell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr)
+        cell->data.text = const_cast<char *>(name);
+}
+
+// A parameter list of `void` alone is no parameter.
+bool hasParameters(const FuncInfo *function) {
+    const TypeInfo *first = function->parameters;
+    return first && !(first->dataType == DT_VOID && first->kind < KIND_P_FUNCTION);
+}
+
+// ---- The callee ---------------------------------------------------------------------------------
+
+int failCall(int resultType) {
+    pushValue(newZeroValue(resultType));
+    return -1;
+}
+
+// A call through a variable or a parameter: the function that its cell designates.
+TypeInfo *pointedFunction(TypeInfo *pointer) {
+    auto *target = static_cast<TypeInfo *>(findVarCell(pointer)->data.p);
+    if (!target)
+        runError("pointer to function '%s' is NULL", pointer->name ? pointer->name->text : "");
+    return target;
+}
+
+// The function that the node calls; NULL after a message.
+TypeInfo *calleeOf(ExprNode *node) {
+    if (TypeInfo *symbol = variableOf(node->left))
+        return symbol->kind == KIND_FUNCTION ? symbol : pointedFunction(symbol);
+    Value *value = popValue();
+    if (!value)
+        return nullptr;
+    auto *symbol = static_cast<TypeInfo *>(value->payload.p);
+    recycleValue(value);
+    if (!symbol)
+        runError("pointer to function '%s' is NULL", "");
+    return symbol;
+}
+
+// ---- Arguments ----------------------------------------------------------------------------------
+
+// A cell for a formal with the value, converted as an assignment converts it.
+VarCell *newArgument(const TypeInfo *formal, Value *value) {
+    VarCell *cell = newVarCell(dataTypeOf(formal));
+    storeInCell(cell, value);
+    return cell;
+}
+
+VarCell *newLink(VarCell *target) {
+    VarCell *cell = newVarCell(DT_LINK);
+    cell->data.p = target;
+    return cell;
+}
+
+bool isByReference(const TypeInfo *formal) {
+    return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
+}
+
+// An lvalue that is no plain variable has its address on the stack, over its value. The parameter
+// is a copy, stored through the address at the return.
+VarCell *newReference(const TypeInfo *formal, ExprNode *cell) {
+    ExprNode *actual = cell->item;
+    if (TypeInfo *variable = variableOf(actual))
+        return newLink(findVarCell(variable));
+    Value *address = referenceAddressOf(cell) ? popValue() : nullptr;
+    bool popped;
+    Value *value = operandOf(actual, popped);
+    VarCell *copy = newArgument(formal, value);
+    if (value && popped)
+        deleteValue(value);
+    if (!address)
+        return copy;
+    VarCell *link = newLink(copy);
+    link->reference = static_cast<VarCell *>(address->payload.p);
+    link->flags = address->type;
+    recycleValue(address);
+    return link;
+}
+
+VarCell *newFormal(const TypeInfo *formal, ExprNode *cell) {
+    if (isByReference(formal))
+        return newReference(formal, cell);
+    bool popped;
+    Value *value = operandOf(cell->item, popped);
+    VarCell *argument = newArgument(formal, value);
+    if (value && popped)
+        deleteValue(value);
+    return argument;
+}
+
+void warnOfMissing(const TypeInfo *callee) {
+    runWarning(
+        "less parameters are passed to procedure `%s', default zeros are used for missing ones at "
+        "the end",
+        shownName(callee));
+}
+
+// Arguments lie on the stack, the first on top.
+void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
+    int slot = 0;
+    for (const TypeInfo *formal = callee->functionLink->parameters; formal;
+         formal = formal->next, slot++) {
+        if (!actual)
+            warnOfMissing(callee);
+        setSlot(frame, slot, actual ? newFormal(formal, actual) : newVarCell(dataTypeOf(formal)));
+        actual = actual ? actual->next : nullptr;
+    }
+}
+
+// What goes to `...`, kept with the callee's context.
+ExprNode *collectVarArgs(ExprNode *actual) {
+    ExprNode *list = nullptr;
+    for (; actual; actual = actual->next) {
+        bool popped;
+        Value *value = operandOf(actual->item, popped);
+        if (!value)
+            continue;
+        Value *own = popped ? value : copyNode(value);
+        if (own->type == DT_STRING && popped && actual->item->kind == NODE_OPERATOR)
+            own->type = DT_P_CHAR;
+        appendListCell(list, own);
+    }
+    return list;
+}
+
+// Arguments beyond the formals that nothing takes.
+void dropArguments(ExprNode *actual) {
+    for (; actual; actual = actual->next) {
+        bool popped;
+        Value *value = operandOf(actual->item, popped);
+        if (value && popped)
+            deleteValue(value);
+    }
+}
+
+ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function) {
+    for (const TypeInfo *formal = hasParameters(function) ? function->parameters : nullptr;
+         formal && actual; formal = formal->next)
+        actual = actual->next;
+    return actual;
+}
+
+// Where names of the enclosing scopes are found: a function of file level sees file level, one
+// that is defined in a block the frames of its caller.
+ScopeFrame *framesOfDefinition(const TypeInfo *callee, ScopeFrame *callers) {
+    ScopeFrame *frame = callers;
+    while (frame && frame->level > callee->level)
+        frame = frame->outer;
+    return frame;
+}
+
+}  // namespace
+
+int callFunction(ExprNode *node) {
+    TypeInfo *callee = calleeOf(node);
+    if (!callee || !callee->functionLink) {
+        dropArguments(node->right);
+        return failCall(DT_INT);
+    }
+    FuncInfo *function = callee->functionLink;
+    if (!function->body) {
+        runError("function %s() not defined", shownName(callee));
+        dropArguments(node->right);
+        return failCall(function->returnType);
+    }
+    ExecContext *caller = currentContext, *context = newContext();
+    if (!context)
+        return failCall(function->returnType);
+    context->isCall = 1;
+    context->state = 1;
+    context->caller = caller;
+    context->function = function;
+    context->level = function->parameterLevel;
+    context->statement = function->body;
+    context->frames = framesOfDefinition(callee, caller->frames);
+    setFunctionName(shownName(callee));
+    if (hasParameters(function)) {
+        ScopeFrame *frame = newScopeFrame(function, true);
+        passArguments(frame, callee, node->right);
+        frame->outer = context->frames;
+        context->frames = frame;
+    }
+    ExprNode *rest = afterFormals(node->right, function);
+    if (function->variadic)
+        context->varArgs = collectVarArgs(rest);
+    else
+        dropArguments(rest);
+    caller->state = 7;
+    // The evaluator steps to the node behind the one that runs; the caller is already there.
+    caller->chain = node->next;
+    currentContext = context;
+    saveStatementPhases(context, function->body);
+    return 0;
+}
+
+void callOperator(ExprNode *node) { callFunction(node); }
+
+// ---- The way back -------------------------------------------------------------------------------
+
+namespace {
+
+// Parameters passed by copy go back to where they came from.
+void writeBack(const ScopeFrame *frame) {
+    for (int slot = 0; slot < frame->slotCount; slot++) {
+        VarCell *cell = slotOf(frame, slot);
+        if (!cell || cell->type != DT_LINK || !cell->reference)
+            continue;
+        auto *copy = static_cast<VarCell *>(cell->data.p);
+        storeCellByPointer(cell->reference, copy, static_cast<int>(cell->flags));
+        killEntry(copy);
+        cell->reference = nullptr;
+    }
+}
+
+void releaseParameters(ExecContext *context) {
+    if (!hasParameters(context->function))
+        return;
+    writeBack(context->frames);
+    popFrame();
+}
+
+// The context's end; its caller becomes current.
+void releaseCall(ExecContext *context) {
+    ExecContext *caller = context->caller;
+    restoreStatementPhases(context, context->function->body);
+    deleteNode(context->varArgs);
+    releaseContext(context);
+    currentContext = caller;
+    setFunctionName(caller->function ? shownName(caller->function->owner) : "");
+}
+
+// The value of a return, converted to what the function gives; NULL for none.
+Value *returnedValue(ExprNode *tree, int returnType) {
+    if (!tree)
+        return nullptr;
+    bool popped;
+    Value *value = operandOf(tree, popped);
+    if (!value)
+        return nullptr;
+    if (!popped)
+        value = copyNode(value);
+    if (value->type != static_cast<uint32_t>(returnType))
+        convertScalar(value, returnType);
+    return value;
+}
+
+// The frames of the function's blocks, from the innermost outward.
+void releaseBlocks(ExecContext *context) {
+    while (context->frames && !context->frames->isFunction &&
+           context->frames->level > context->function->parameterLevel)
+        popFrame();
+}
+
+}  // namespace
+
+void returnFromFunction() {
+    ExecContext *context = currentContext, *caller = context->caller;
+    FuncInfo *function = context->function;
+    const StmtNode *statement = context->statement;
+    Value *value = function->returnType == DT_VOID
+                       ? newZeroValue(DT_VOID)
+                       : returnedValue(statement->operandA.tree, function->returnType);
+    if (!value)
+        value = newZeroValue(function->returnType);
+    value->next = caller->stack;
+    caller->stack = value;
+    releaseBlocks(context);
+    releaseParameters(context);
+    clearValueStack();
+    releaseCall(context);
+    caller->state = 1;
+}
+
+void leaveFunction(bool withDestructors) {
+    ExecContext *context = currentContext;
+    while (context->frames && !context->frames->isFunction &&
+           context->frames->level > context->function->parameterLevel) {
+        if (withDestructors)
+            runDestructors(static_cast<StmtNode *>(context->frames->owner)->operandC.symbols);
+        popFrame();
+    }
+    if (withDestructors)
+        runDestructors(context->function->parameters);
+    releaseParameters(context);
+    clearValueStack();
+    releaseCall(context);
+}
+
+// Objects with destructors come with aggregates.
+void runDestructors(TypeInfo *) {}
+
+}  // namespace zy

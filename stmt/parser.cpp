@@ -1,0 +1,216 @@
+#include "stmt/parser.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "decl/declaration.h"
+#include "expr/nodes.h"
+#include "expr/operators.h"
+#include "expr/parser.h"
+#include "expr/scope.h"
+#include "expr/thread.h"
+#include "front/lexer.h"
+#include "instance/report.h"
+#include "stmt/lists.h"
+#include "stmt/resolve.h"
+#include "stmt/statements.h"
+
+namespace zy {
+
+namespace {
+
+constexpr int SYNTAX_ERROR_LIMIT = 10;
+
+// ---- Recovery -----------------------------------------------------------------------------------
+
+const char *sourceName() {
+    return sourceDepth >= 0 && sourceNames[sourceDepth] ? sourceNames[sourceDepth] : "";
+}
+
+// The line with the place where the parser stood.
+void showSyntaxError() {
+    plainError("syntax error before or at line %d in file '%s'", currentLine, sourceName());
+    fprintf(stderr, "  ==>: %s\n", lineBuffer);
+    fprintf(stderr, "  BUG: %.*s<== ???%s\n", linePos, lineBuffer,
+            currentStmt ? "" : " bug may be here");
+}
+
+bool startsStatement() {
+    if (tokenClass == TK_IDENTIFIER)
+        return true;
+    if (tokenClass == TK_CHAR)
+        return tokenValue.character == ';';
+    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass != KC_CLAUSE &&
+           currentKeyword.keywordClass != KC_CONSOLE;
+}
+
+// Skips to where a statement may begin again.
+void skipToStatement() {
+    while (!endOfInput) {
+        nextToken();
+        if (endOfInput || startsStatement())
+            break;
+        if (tokenClass == TK_CONSTANT)
+            deleteValue(tokenValue.constant);
+    }
+    pushedBack = !endOfInput;
+}
+
+// False: the parse gives up.
+bool recover() {
+    parseOk = 0;
+    showSyntaxError();
+    dropStatement();
+    if (++syntaxErrors >= SYNTAX_ERROR_LIMIT || parseTop + 1 >= PARSE_STACK_SIZE)
+        return false;
+    skipToStatement();
+    return true;
+}
+
+// ---- Statements by their first token ------------------------------------------------------------
+
+bool isTypedefName(const Symbol *symbol) { return symbol && symbol->storage == STORAGE_TYPEDEF; }
+
+// A `:` that ends a label: not the start of ::, nor of a drive's path.
+bool labelFollows() {
+    peekNonBlank();
+    char behind = lineBuffer[linePos + 1];
+    return lineBuffer[linePos] == ':' && behind != ':' && behind != '/' && behind != '\\';
+}
+
+// main() without a type at file level is an int function.
+bool isBareMain(const NameEntry *name) {
+    if (parseTop != FILE_LEVEL_TOP || strcmp(name->text, "main") != 0)
+        return false;
+    peekNonBlank();
+    return lineBuffer[linePos] == '(';
+}
+
+void insertIntBeforeMain() {
+    constexpr int inserted = 4;
+    constexpr int nameLength = 4;
+    int start = linePos - nameLength;
+    while (start > 0 && strncmp(lineBuffer + start, "main", nameLength) != 0)
+        start--;
+    if (lineLength + inserted >= SOURCE_LINE_MAX) {
+        errorFlag = 1;
+        return;
+    }
+    memmove(lineBuffer + start + inserted, lineBuffer + start, lineLength - start + 1);
+    memcpy(lineBuffer + start, "int ", inserted);
+    lineLength = static_cast<int16_t>(lineLength + inserted);
+    linePos = static_cast<int16_t>(start);
+    pushedBack = false;
+}
+
+void parseUnknownName(NameEntry *name) { parseError("variable '%s' not defined", name->text); }
+
+void parseIdentifier() {
+    NameEntry *name = tokenValue.name;
+    if (labelFollows()) {
+        defineLabel(newStatement(STMT_LABEL), name);
+        linePos++;
+        return;
+    }
+    if (isBareMain(name)) {
+        insertIntBeforeMain();
+        return;
+    }
+    ClassContext *classRecord = nullptr;
+    Symbol *symbol = lookupSymbolParse(name, nullptr, &classRecord);
+    if (isTypedefName(symbol)) {
+        parseDeclarationStatement();
+        return;
+    }
+    peekNonBlank();
+    if (!symbol && lineBuffer[linePos] != '(')
+        parseUnknownName(name);
+    else
+        parseExpressionStatement();
+}
+
+void parseCharacter() {
+    switch (tokenValue.character) {
+        case '(': parseExpressionStatement(); break;
+        case ';': newStatement(STMT_NULL); break;
+        case '\n': break;
+        default: parseError("syntax error");
+    }
+}
+
+void parseKeyword() {
+    switch (currentKeyword.keywordClass) {
+        case KC_OPERATOR: parseExpressionStatement(); break;
+        case KC_TYPE: parseDeclarationStatement(); break;
+        case KC_CLAUSE: parseClause(currentKeyword.code); break;
+        case KC_STATEMENT: parseWordStatement(currentKeyword.code); break;
+        case KC_CONSOLE: errorFlag = 1; break;
+    }
+}
+
+void parseStatement() {
+    switch (tokenClass) {
+        case TK_IDENTIFIER: parseIdentifier(); break;
+        case TK_CONSTANT: parseExpressionStatement(); break;
+        case TK_CHAR: parseCharacter(); break;
+        case TK_KEYWORD: parseKeyword(); break;
+    }
+}
+
+// A statement that opened a body goes on there; it is complete when the body is.
+void finishStatement() {
+    if (!currentStmt || cursor() != currentStmt)
+        return;
+    splicePending(currentStmt);
+    closeStatement();
+}
+
+// The parser back at file level, whatever is open.
+void returnToFileLevel() {
+    parseTop = FILE_LEVEL_TOP;
+    currentBlock = globalBlock;
+    while (cursor()->kind != STMT_END)
+        parseStack[parseTop].record = cursor()->next;
+}
+
+// True: there is more to parse after all.
+bool atEndOfInput() {
+    if (parseTop == FILE_LEVEL_TOP) {
+        finishLabels(nullptr);
+        return resolveFunctions(globalBlock->symbols(), true);
+    }
+    parseError("missing '}'");
+    plainError(
+        "maybe missing '}' at the end of program at line %d or there is an extra '{' in "
+        "other place in file '%s' ",
+        currentLine, sourceName());
+    return false;
+}
+
+}  // namespace
+
+void parseProgram(bool) {
+    syntaxErrors = 0;
+    for (;;) {
+        currentStmt = nullptr;
+        if (errorFlag)
+            parseOk = 0;
+        errorFlag = 0;
+        nextToken();
+        if (endOfInput && tokenClass == TK_CHAR && tokenValue.character == '\n') {
+            if (atEndOfInput())
+                continue;
+            break;
+        }
+        parseStatement();
+        if (!errorFlag)
+            finishStatement();
+        else if (!recover())
+            break;
+    }
+    returnToFileLevel();
+    deleteNode(pendingCases);
+    pendingCases = nullptr;
+}
+
+}  // namespace zy

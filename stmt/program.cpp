@@ -1,0 +1,217 @@
+#include "stmt/program.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "decl/declState.h"
+#include "decl/typeInfo.h"
+#include "expr/context.h"
+#include "expr/nodes.h"
+#include "expr/scope.h"
+#include "front/lexer.h"
+#include "front/tokens.h"
+#include "instance/langState.h"
+#include "stmt/lists.h"
+#include "stmt/parseStack.h"
+
+namespace zy {
+
+// ---- Release ------------------------------------------------------------------------------------
+
+namespace {
+
+void releaseTypeList(TypeInfo *&list) {
+    while (TypeInfo *symbol = list) {
+        list = symbol->next;
+        if (symbol->name && symbol->name->symbol == symbol)
+            symbol->name->symbol = nullptr;
+        releaseTypeInfo(symbol);
+    }
+}
+
+void releaseTags(TagEntry *&list) {
+    while (TagEntry *tag = list) {
+        list = tag->next;
+        delete tag;
+    }
+}
+
+void releaseLabels(Label *&list) {
+    while (Label *label = list) {
+        list = label->next;
+        free(label->enclosing);
+        delete label;
+    }
+}
+
+// The groups' statements are the rest of the body's list, which the switch's own part is cut from.
+void releaseSwitch(StmtNode *statement) {
+    CaseGroup *group = statement->operandB.groups;
+    if (group && group->next)
+        releaseStatements(group->next->first);
+    while (group) {
+        CaseGroup *next = group->next;
+        deleteNode(group->labels);
+        delete group;
+        group = next;
+    }
+    if (StmtNode *block = statement->operandC.statement) {
+        // Its first part ends at the switch, not at an end of its own.
+        for (StmtNode *part = block->operandA.statement; part && part != statement;) {
+            StmtNode *next = part->next;
+            bool isEnd = part->kind == STMT_END;
+            releaseOperands(part);
+            delete part;
+            part = isEnd ? nullptr : next;
+        }
+        releaseTypeList(block->operandC.symbols);
+        releaseTags(block->operandD.tags);
+        delete block;
+    }
+}
+
+void releaseBlock(StmtNode *block) {
+    releaseStatements(block->operandA.statement);
+    releaseTypeList(block->operandC.symbols);
+    releaseTags(block->operandD.tags);
+}
+
+void releaseLoop(StmtNode *statement) {
+    // The step hangs in the body's list, the first statement of a `for` in none.
+    releaseStatements(statement->operandC.statement);
+    if (StmtNode *first = statement->operandB.statement) {
+        releaseOperands(first);
+        delete first;
+    }
+}
+
+void releaseTrees(StmtNode *statement) {
+    deleteNode(statement->operandA.tree);
+    deleteNode(statement->operandB.tree);
+}
+
+}  // namespace
+
+void releaseOperands(StmtNode *statement) {
+    switch (statement->kind) {
+        case STMT_BLOCK: releaseBlock(statement); break;
+        case STMT_FOREACH:
+            releaseTrees(statement);
+            deleteNode(statement->operandC.tree);
+            deleteNode(statement->operandD.tree);
+            releaseStatements(statement->operandE.statement);
+            break;
+        case STMT_IF:
+            deleteNode(statement->operandA.tree);
+            releaseStatements(statement->operandB.statement);
+            releaseStatements(statement->operandC.statement);
+            break;
+        case STMT_LOOP:
+        case STMT_DO:
+            deleteNode(statement->operandA.tree);
+            releaseLoop(statement);
+            break;
+        case STMT_SWITCH:
+            deleteNode(statement->operandA.tree);
+            releaseSwitch(statement);
+            break;
+        case STMT_LONGJMP:
+        case STMT_INITIALISE:
+        case STMT_DELETE: releaseTrees(statement); break;
+        case STMT_RETURN:
+        case STMT_EXIT:
+        case STMT_STOP:
+        case STMT_ABORT:
+        case STMT_PERROR:
+        case STMT_FREE:
+        case STMT_CLEARERR:
+        case STMT_SRAND:
+        case STMT_EXPRESSION:
+        case STMT_CASESEN:
+        case STMT_FLOATCONST:
+        case STMT_CONSTRUCT: deleteNode(statement->operandA.tree); break;
+        case STMT_GOTO: free(statement->operandC.enclosing); break;
+        default: break;
+    }
+}
+
+void releaseStatements(StmtNode *first) {
+    while (StmtNode *statement = first) {
+        first = statement->kind == STMT_END ? nullptr : statement->next;
+        releaseOperands(statement);
+        delete statement;
+    }
+}
+
+void releaseFunctionBody(FuncInfo *function) {
+    StmtNode *body = function->body;
+    function->body = nullptr;
+    auto *labels = static_cast<Label *>(function->labels);
+    releaseLabels(labels);
+    function->labels = nullptr;
+    if (!body)
+        return;
+    StmtNode *closing = body->next;
+    releaseBlock(body);
+    delete body;
+    delete closing;
+}
+
+void releaseProgram() {
+    if (!rootStmt)
+        return;
+    releaseBlock(globalBlock);
+    delete globalBlock;
+    releaseLabels(rootStmt->operandB.label);
+    delete rootStmt;
+    rootStmt = globalBlock = currentBlock = nullptr;
+    parseTop = -1;
+    releaseSourceLines();
+    releaseKeptTexts();
+}
+
+// ---- File names ---------------------------------------------------------------------------------
+
+const char *internFileName(const char *name) {
+    for (const NameCell *cell = e_lang->fileNameList; cell; cell = cell->next)
+        if (strcmp(cell->text, name) == 0)
+            return cell->text;
+    auto *cell = new NameCell{e_lang->fileNameList, copyString(name)};
+    e_lang->fileNameList = cell;
+    return cell->text;
+}
+
+void releaseFileNames() {
+    while (NameCell *cell = e_lang->fileNameList) {
+        e_lang->fileNameList = cell->next;
+        free(cell->text);
+        delete cell;
+    }
+}
+
+// ---- Start --------------------------------------------------------------------------------------
+
+void newProgram() {
+    rootStmt = newStmtNode(STMT_ROOT);
+    globalBlock = newStmtNode(STMT_BLOCK);
+    rootStmt->operandA.statement = globalBlock;
+    parseTop = -1;
+    pushCursor(rootStmt);
+    pushCursor(globalBlock);
+    currentBlock = nullptr;
+    openBlock(globalBlock, FILE_LEVEL);
+    // The list's end leads to the root, which ends the run.
+    cursor()->operandB.statement = rootStmt;
+    lineConstant = lookupName("__LINE__");
+    fileConstant = lookupName("__FILE__");
+}
+
+void resetRunState() {
+    resetContexts();
+    restoreKeywords();
+    resetDeclState();
+}
+
+void rewindRunState() { rewindContexts(); }
+
+}  // namespace zy

@@ -1,0 +1,10 @@
+// State of the statement loop.
+
+#include "stmt/execute.h"
+
+namespace zy {
+
+bool stepMode;
+bool runEnded;
+
+}  // namespace zy

@@ -1,0 +1,93 @@
+// delete, and the few forms of using, which do nothing.
+
+#include <cstring>
+
+#include "expr/nodes.h"
+#include "expr/parser.h"
+#include "expr/thread.h"
+#include "expr/typeQueries.h"
+#include "front/lexer.h"
+#include "instance/report.h"
+#include "stmt/statements.h"
+
+namespace zy {
+
+void parseDelete(StmtNode *statement) {
+    peekNonBlank();
+    if (lineBuffer[linePos] == '[') {
+        parseError("invalid array argument for delete [] ");
+        return;
+    }
+    ExprNode *tree = parseTree();
+    statement->operandA.tree = tree;
+    if (errorFlag)
+        return;
+    if (!isPointer(treeType(tree))) {
+        parseError("The argument of delete () is not a pointer");
+        return;
+    }
+    statement->chain = compileChain(tree, nullptr, false);
+    expectChar(';', true);
+}
+
+namespace {
+
+bool isName(const char *text) {
+    return tokenClass == TK_IDENTIFIER && strcmp(tokenValue.name->text, text) == 0;
+}
+
+bool isScopeOperator() {
+    constexpr int scopeCode = 723;
+    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_OPERATOR &&
+           currentKeyword.code == scopeCode;
+}
+
+bool isStandardStream() {
+    if (tokenClass == TK_KEYWORD)
+        for (const char *word : {"cout", "cin", "cerr"})
+            if (strcmp(currentKeyword.name, word) == 0)
+                return true;
+    for (const char *word : {"cout", "cin", "cerr", "endl"})
+        if (isName(word))
+            return true;
+    return false;
+}
+
+void parseNamespace() {
+    nextToken();
+    if (!isName("std")) {
+        parseError("undefined namespace afer 'using namespace'");
+        return;
+    }
+    expectChar(';', true);
+}
+
+}  // namespace
+
+void parseUsing() {
+    nextToken();
+    if (tokenClass != TK_IDENTIFIER) {
+        parseError("identifier expected after 'using'");
+        return;
+    }
+    if (isName("namespace")) {
+        parseNamespace();
+        return;
+    }
+    if (!isName("std")) {
+        parseError("%s is not defined", tokenValue.name->text);
+        return;
+    }
+    nextToken();
+    if (!isScopeOperator()) {
+        parseError(":: should follow 'using std'");
+        return;
+    }
+    nextToken();
+    if (!isStandardStream())
+        parseError("undefined member following 'using std::'");
+    else
+        expectChar(';', true);
+}
+
+}  // namespace zy

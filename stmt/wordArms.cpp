@@ -1,0 +1,217 @@
+// The arms of the statements that are words with arguments, of expressions and initial values.
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "expr/readers.h"
+#include "expr/scope.h"
+#include "expr/typeQueries.h"
+#include "front/lexerState.h"
+#include "instance/report.h"
+#include "numeric/assign.h"
+#include "rtlib/printf.h"
+#include "stmt/arms.h"
+#include "stmt/calls.h"
+#include "stmt/execute.h"
+
+namespace zy {
+
+void runExpression(ExecContext *context, StmtNode *statement) {
+    // Only a plain constant leaves nothing: it is never pushed.
+    if (statement->chain && context->stack)
+        deleteValue(popValue());
+    moveTo(context, statement->next);
+}
+
+void runConstruct(ExecContext *context, StmtNode *statement) {
+    if (Value *value = popValue())
+        recycleValue(value);
+    moveTo(context, statement->next);
+}
+
+void runInitialise(ExecContext *context, StmtNode *statement) {
+    assignValue(statement->operandA.tree, statement->operandB.tree);
+    moveTo(context, statement->next);
+}
+
+// ---- Ends of a run ------------------------------------------------------------------------------
+
+namespace {
+
+int readInt(ExprNode *tree) {
+    if (!tree)
+        return 0;
+    bool popped;
+    Value *value = operandOf(tree, popped);
+    if (!value)
+        return 0;
+    int number = static_cast<int>(readSigned64(value));
+    if (popped)
+        deleteValue(value);
+    return number;
+}
+
+void setStatus(int status) {
+    if (e_lang->status)
+        findVarCell(e_lang->status)->data.i = status;
+}
+
+void leaveAllFunctions() {
+    while (currentContext->function && currentContext->caller)
+        leaveFunction(false);
+}
+
+// The run ends here; its driver finds the status on the stack.
+void endRun(int status) {
+    Value *value = newZeroValue(DT_INT);
+    value->payload.i = status;
+    pushValue(value);
+    executing = 0;
+}
+
+}  // namespace
+
+void runExit(ExecContext *, StmtNode *statement) {
+    int status = readInt(statement->operandA.tree);
+    setStatus(status);
+    leaveAllFunctions();
+    if (!e_lang->embedded) {
+        runAtExit();
+        exit(status);
+    }
+    if (e_lang->multiRun)
+        runAtExit();
+    if (status != 0)
+        noteRunError();
+    runEnded = true;
+    endRun(status);
+}
+
+void runAbort(ExecContext *, StmtNode *statement) {
+    if (statement->operandA.tree)
+        printfEngine(nullptr, statement->operandA.tree);
+    leaveAllFunctions();
+    freeAtExitList();
+    if (!e_lang->embedded) {
+        fflush(stdout);
+        fputs("Abort\n", stderr);
+        exit(1);
+    }
+    noteRunError();
+    runEnded = true;
+    endRun(-1);
+}
+
+void runStop(ExecContext *context, StmtNode *statement) {
+    if (statement->operandA.tree)
+        printfEngine(nullptr, statement->operandA.tree);
+    fprintf(stderr, "stop at line %d\n", statement->line);
+    fputs("\n Please type 'n' to next line;  'c' to continue; 's' to stop: ", stderr);
+    char answer[SOURCE_LINE_MAX];
+    if (!fgets(answer, sizeof answer, stdin))
+        strcpy(answer, "s");
+    switch (answer[strspn(answer, " \t")]) {
+        case 'c': stepMode = false; break;
+        case 's': executing = 0; break;
+        default: stepMode = true; break;
+    }
+    moveTo(context, statement->next);
+}
+
+// ---- Library calls ------------------------------------------------------------------------------
+
+void runPerror(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    if (Value *value = operandOf(statement->operandA.tree, popped)) {
+        perror(value->payload.text);
+        if (popped)
+            deleteValue(value);
+    }
+    moveTo(context, statement->next);
+}
+
+void runClearerr(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    if (Value *value = operandOf(statement->operandA.tree, popped)) {
+        if (value->payload.p)
+            clearerr(static_cast<FILE *>(value->payload.p));
+        else
+            runWarning("The argument of clearerr() is a NULL pointer");
+        if (popped)
+            recycleValue(value);
+    }
+    moveTo(context, statement->next);
+}
+
+void runSrand(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    if (Value *value = operandOf(statement->operandA.tree, popped)) {
+        srand(static_cast<unsigned>(readSigned64(value)));
+        if (popped)
+            recycleValue(value);
+    }
+    moveTo(context, statement->next);
+}
+
+// ---- free and delete ----------------------------------------------------------------------------
+
+void runFree(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    Value *value = operandOf(statement->operandA.tree, popped);
+    if (TypeInfo *variable = variableOf(statement->operandA.tree)) {
+        VarCell *cell = findVarCell(variable);
+        free(cell->data.p);
+        cell->data.p = nullptr;
+    } else if (value) {
+        free(value->payload.p);
+    }
+    if (value && popped)
+        recycleValue(value);
+    moveTo(context, statement->next);
+}
+
+namespace {
+
+bool isClassPointer(int type) {
+    return type == DT_STRUCT || type == DT_P_STRUCT || type == DT_PP_STRUCT ||
+           type == DT_PPP_STRUCT;
+}
+
+void deleteVariable(TypeInfo *variable) {
+    VarCell *cell = findVarCell(variable);
+    bool isClass = isClassPointer(static_cast<int>(cell->type));
+    if (!cell->data.p) {
+        if (isClass)
+            runWarning("The argument of delete (ptr) is a NULL pointer");
+        else
+            runWarning("The argument of delete(ptr) is a NULL pointer");
+        return;
+    }
+    if (!isClass || !cell->noFree)
+        free(cell->data.p);
+    cell->data.p = nullptr;
+}
+
+void deletePointer(const Value *value) {
+    if (!value->payload.p)
+        runWarning("The argument of delete() is a NULL pointer");
+    else if (!isClassPointer(static_cast<int>(value->type)) || !value->noFree)
+        free(value->payload.p);
+}
+
+}  // namespace
+
+void runDelete(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    Value *value = operandOf(statement->operandA.tree, popped);
+    if (TypeInfo *variable = variableOf(statement->operandA.tree))
+        deleteVariable(variable);
+    else if (value)
+        deletePointer(value);
+    if (value && popped)
+        recycleValue(value);
+    moveTo(context, statement->next);
+}
+
+}  // namespace zy
