@@ -400,7 +400,7 @@ TEST_F(EvaluatorTest, SizeofAtRunTime) {
         cell->next = list;
         list = cell;
     }
-    EXPECT_EQ(evaluate(apply(OP_SIZEOF, list))->payload.ull, 4u * 3 * 5);
+    EXPECT_EQ(evaluate(apply(OP_SIZEOF, list, number(4ull)))->payload.ull, 4u * 3 * 5);
     EXPECT_EQ(currentContext->stack->next, nullptr);
 }
 
