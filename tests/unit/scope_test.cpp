@@ -235,6 +235,15 @@ TEST_F(ScopeTest, CellsAreSetUpAndReleasedByKind) {
     EXPECT_STREQ(borrowed, "borrowed");
 }
 
+TEST_F(ScopeTest, ABoundMayNameAVariableThatIsReleasedBeforeIt) {
+    TypeInfo *n = declareGlobal("n");
+    TypeInfo *a = declareArray("a", DT_INT, {0});
+    a->arrayLink->shapeKind = SHAPE_DEFERRED;
+    appendListCell(a->arrayLink->bounds, newSymbolNode(n));
+    allocateStorage(a);
+    EXPECT_EQ(a->storageCell->shape, nullptr);  // each run of the declaration makes it
+}
+
 TEST_F(ScopeTest, AnArrayTooLargeToCountIsRefused) {
     TypeInfo *a = declareArray("huge", DT_DOUBLE, {0, 100000, 0, 100000});
     EXPECT_EQ(errorsOf([&] { allocateStorage(a); }), "ERROR: out of memory in Zy\n");
@@ -266,6 +275,37 @@ TEST_F(ScopeTest, LinksAreFollowedToTheirEnd) {
     for (VarCell *cell : {r->storageCell, middle, target})
         killEntry(cell);
     r->storageCell = nullptr;
+}
+
+TEST_F(ScopeTest, AnotherRunStartsFromTheVariablesOfTheFile) {
+    TypeInfo *x = declareGlobal("x");
+    allocateStorage(x);
+    x->storageCell->data.i = 5;
+    StmtNode inner{};
+    inner.kind = STMT_BLOCK;
+    inner.level = 2;
+    declare(&inner.symbols(), "local", 2, DT_STRING);
+    currentContext->statement = &inner;
+    enterBlock();
+    for (int depth = 0; depth < 3; depth++) {  // calls that never returned share the block's frame
+        ExecContext *context = newContext();
+        context->caller = currentContext;
+        context->statement = &inner;
+        currentContext = context;
+        enterBlock();
+        pushValue(newZeroValue(DT_INT));
+    }
+    claimClassContext()->thisFormal = x;
+    claimClassContext();
+    rewindContexts();
+    EXPECT_EQ(currentContext, baseContext);
+    EXPECT_EQ(allContexts, baseContext);
+    EXPECT_EQ(currentContext->frames->level, FILE_LEVEL);
+    EXPECT_EQ(currentContext->frames->outer, baseFrame);
+    EXPECT_EQ(findVarCell(x)->data.i, 5);
+    EXPECT_EQ(classContext->next, nullptr);
+    EXPECT_EQ(classContext->thisFormal, nullptr);
+    releaseTypeInfoList(inner.symbols());
 }
 
 // ---- The search for declarations --------------------------------------------------------------
