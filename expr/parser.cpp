@@ -331,6 +331,8 @@ void takeColon(Parse &parse) {
     pushedBack = true;
     for (int open = parse.openConditionals; parse.openConditionals == open;)
         reduceTop(parse);
+    if (!parse.operands->third)
+        breakOff(parse);
 }
 
 void takeOpening(Parse &parse) {

@@ -1,7 +1,7 @@
-// open header: The expression parser: an operator-precedence parser over the token stream, with two explicit
-// stacks. It leaves a typed tree, in which each operator has the code that says what to run; the
-// caller threads it with compileChain(). Each parenthesis, argument and subscript is a call of its
-// own, and so has its own nine places for operators that wait.
+// open header: the expression parser, an operator-precedence parser over the token stream with two
+// explicit stacks. It leaves a typed tree, in which each operator has the code that says what to
+// run; the caller threads it with compileChain(). Each parenthesis, argument and subscript is a
+// call of its own, and so has its own nine places for operators that wait.
 #pragma once
 
 #include "expr/nodes.h"
@@ -35,12 +35,13 @@ ExprNode *parseCastType();
 // scanf >> a. The token is the current one.
 bool startsStreamForm(const NameEntry *name);
 
+// Declares the name at file scope as a function that returns int and takes anything.
+void makeImplicitFunction(NameEntry *name);
+
 // ---- What other rooms define; expr/pendingParser.cpp stands in for them.
 
 // Loads the head of the function file of that name; false if there is none. decl/
 bool loadFunctionFile(NameEntry *name);
-// Declares the name at file scope as a function that returns int and takes anything. stmt/
-void makeImplicitFunction(NameEntry *name);
 // `defined` of an #if: its operand, as an int. front/preprocessor
 ExprNode *parseDefined();
 // A command between backquotes, the first of which is consumed. shell/

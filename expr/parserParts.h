@@ -99,9 +99,8 @@ bool isHiddenMember(const StructInfo *info, const TypeInfo *member);
 // The name of a tag as it was written: without what sets it apart from an object of that name.
 const char *plainTag(const char *name);
 
-// How expressions are separated while something is read: whether a comma ends one, and whether <<
-// and
-// >> do, as in a stream form. They do so by the class of their rows in the keyword table.
+// How expressions are separated while something is read: whether a comma ends one, and whether the
+// shifts do, as in a stream form. Those end one by the class of their rows in the keyword table.
 class SeparatorScope {
 public:
     SeparatorScope(bool commaEnds, KeywordClass shifts);

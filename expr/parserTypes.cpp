@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "decl/declaration.h"
+#include "decl/typeWords.h"
 #include "expr/guards.h"
 #include "expr/parserParts.h"
 #include "expr/select.h"
@@ -135,9 +136,6 @@ void takeCast(Parse &parse) {
 // ---- Conversions --------------------------------------------------------------------------------
 
 namespace {
-
-constexpr int WORD_SIGNED = 140, WORD_UNSIGNED = 141, WORD_SHORT = 142, WORD_LONG = 143,
-              WORD_COMPLEX = 144, WORD_DUAL = 145;
 
 struct Conversion {
     int type, code;
