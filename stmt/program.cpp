@@ -10,6 +10,7 @@
 #include "expr/scope.h"
 #include "front/lexer.h"
 #include "front/tokens.h"
+#include "front/vocabularySwitches.h"
 #include "instance/langState.h"
 #include "stmt/lists.h"
 #include "stmt/parseStack.h"
@@ -208,6 +209,7 @@ void newProgram() {
 
 void resetRunState() {
     resetContexts();
+    resetVocabularySwitches();
     restoreKeywords();
     resetDeclState();
 }
