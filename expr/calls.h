@@ -2,6 +2,7 @@
 #pragma once
 
 #include "expr/value.h"
+#include "numeric/assign.h"
 
 namespace zy {
 

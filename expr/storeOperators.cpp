@@ -11,7 +11,7 @@
 #include "expr/scalarFamilies.h"
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
-#include "numeric/assign.h"
+
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 

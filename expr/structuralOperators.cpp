@@ -10,7 +10,7 @@
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
 #include "expr/typeQueries.h"
-#include "numeric/assign.h"
+
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 

@@ -402,6 +402,8 @@ TEST_F(EvaluatorTest, SizeofAtRunTime) {
     }
     EXPECT_EQ(evaluate(apply(OP_SIZEOF, list, number(4ull)))->payload.ull, 4u * 3 * 5);
     EXPECT_EQ(currentContext->stack->next, nullptr);
+    list->next->next = nullptr;
+    EXPECT_EQ(evaluate(apply(OP_SIZEOF, list, number(8ull)))->payload.ull, 8u * 3);
 }
 
 TEST_F(EvaluatorTest, NoTextToEvaluate) {
