@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "decl/declState.h"
+#include "decl/funcInfo.h"
 #include "decl/typeInfo.h"
 #include "expr/context.h"
 #include "expr/nodes.h"
