@@ -352,7 +352,7 @@ TEST_F(EvaluatorTest, AddressesLeadBackToTheirVariables) {
     ExprNode *s = variable(text);
     EXPECT_EQ(evaluate(apply(OP_ADDRESS, s))->payload.p, &cellOf(s)->data);
     EXPECT_EQ(currentContext->stack->type, unsigned{DT_P_STRING});
-    ExprNode *element = apply(OP_SUBSCRIPT, apply(OP_NEW, typeLeaf(DT_INT)));
+    ExprNode *element = apply(OP_SUBSCRIPT, apply(OP_ADDRESS, copyOf(x)));
     EXPECT_EQ(
         errorsOf([&] { evaluate(apply(OP_ADDRESS, element)); }),
         std::string("ERROR: unsupported data type for address operation &\n") + errorPosition);
