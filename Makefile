@@ -1,6 +1,6 @@
 # The build itself is CMake's (CMakeLists.txt, CMakePresets.json); this file names what people do.
 #   make          build the library and stage it in build/home
-#   make run      set up, build, run the main example
+#   make run      set up, build, run an example script
 #   make test     set up, build, run all tests
 #   make check    the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 #   make bench    the project's own measurements
@@ -19,7 +19,7 @@ setup:
 	@./setup
 
 run: setup all
-	build/release/two_instances
+	build/home/bin/zy examples/collatz.zy
 
 test: setup all
 	ctest --preset release

@@ -10,15 +10,14 @@
 #include "decl/aggregates.h"
 #include "decl/arrayInfo.h"
 #include "decl/arrays.h"
+#include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/declarator.h"
 #include "decl/functions.h"
 #include "decl/initialiser.h"
 #include "decl/scopeLists.h"
-#include "decl/typeWords.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
-#include "front/lexer.h"
 #include "instance/report.h"
 #include "stmt/parseStack.h"
 
@@ -42,13 +41,6 @@ bool startsDeclaration(TypeInfo *list) {
 
 namespace {
 
-bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
-
-bool isKeyword(KeywordClass keywordClass, int code) {
-    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass == keywordClass &&
-           currentKeyword.code == code;
-}
-
 // Whether the text at the cursor is the name of a class: behind ~ it makes a type of what would be
 // an operator.
 bool classNameFollows() {
@@ -67,7 +59,7 @@ bool classNameFollows() {
 bool startsTypeName(int) {
     if (startsDeclaration(nullptr))
         return true;
-    pushedBack = !(isKeyword(KC_OPERATOR, WORD_TILDE) && classNameFollows());
+    pushedBack = !(isOperator(WORD_TILDE) && classNameFollows());
     return !pushedBack;
 }
 
@@ -454,7 +446,7 @@ bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) con
 
 bool DeclarationParser::declareObject(TypeInfo *&info, const Declarator &declarator) {
     nextToken();
-    bool isInitialised = context == CONTEXT_PLAIN && isKeyword(KC_OPERATOR, WORD_ASSIGN);
+    bool isInitialised = context == CONTEXT_PLAIN && isOperator(WORD_ASSIGN);
     pushedBack = !isInitialised;
     if (declarator.status == NAME_FUNCTION) {
         parseError("identifier '%s' has already defined as function", declarator.name->text);
@@ -539,7 +531,7 @@ void DeclarationParser::initialise(TypeInfo *info) {
 
 bool DeclarationParser::nextDeclarator() {
     nextToken();
-    bool isWord = (tokenClass == TK_KEYWORD && !isKeyword(KC_STATEMENT, WORD_CLOSE_BRACE)) ||
+    bool isWord = (tokenClass == TK_KEYWORD && !isBodyWord(WORD_CLOSE_BRACE)) ||
                   (tokenClass == TK_IDENTIFIER && !typedefNamed(tokenValue.name, nullptr));
     if (isWord) {
         pushedBack = true;

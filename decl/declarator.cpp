@@ -7,11 +7,10 @@
 #include <cstring>
 
 #include "decl/aggregates.h"
+#include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/scopeLists.h"
-#include "decl/typeWords.h"
 #include "expr/scope.h"
-#include "front/lexer.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -24,24 +23,14 @@ void refuseHere(const char *text) {
 
 namespace {
 
-bool isOperator(int code) {
-    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_OPERATOR &&
-           currentKeyword.code == code;
-}
-
-bool isTypeWord(int code) {
-    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_TYPE &&
-           currentKeyword.code == code;
-}
-
-bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
-
 // const, restrict and volatile may stand among the stars.
 bool isQualifierWord() {
     return isTypeWord(WORD_CONST) || isTypeWord(WORD_RESTRICT) || isTypeWord(WORD_VOLATILE);
 }
 
 void addStar(int &dataType, TypeKind &kind) {
+    if (dataType == DT_UNDEFINED)
+        return;  // refused already
     if (kind >= KIND_PPP_FUNCTION) {
         dataType = pointerTo(DT_PPP_FUNCTION);
         return;
@@ -131,7 +120,7 @@ NameStatus parseDeclaratorName(int level, TypeInfo *list, DeclContext context,
         return nameBitFieldPad(declarator);
     if (tokenClass == TK_KEYWORD)
         parseError("'%s' is a keyword", currentKeyword.name);
-    pushedBack = true;  // constants are released by those who skip tokens
+    pushedBack = true;
     return refuseName();
 }
 
@@ -228,8 +217,6 @@ bool parseDeclarator(const Specifiers &specifiers, int level, TypeInfo *list, De
     declarator.kind = specifiers.kind;
     declarator.dataType =
         parsePointers(specifiers.dataType, declarator.kind, declarator.constPointer);
-    if (errorFlag)
-        return false;
     nextToken();
     if (!opensDeclarator(level)) {
         pushedBack = true;
@@ -239,7 +226,7 @@ bool parseDeclarator(const Specifiers &specifiers, int level, TypeInfo *list, De
     } else {
         return parseParenthesised(level, list, context, declarator);
     }
-    return declarator.status != NAME_MISSING;
+    return declarator.status != NAME_MISSING && !errorFlag;
 }
 
 }  // namespace zy

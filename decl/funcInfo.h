@@ -21,6 +21,9 @@ struct FuncInfo {
     int8_t returnKind;  // TypeKind: 0, 5, 6, 8, 12, 13, 14
 };
 
+// Releases the statements and labels of a body; stmt/program.cpp has it.
+void releaseFunctionBody(FuncInfo *function);
+
 // Compares the prototypes of two function types and reports what differs.
 void comparePrototypes(const TypeInfo *left, const TypeInfo *right);
 

@@ -10,13 +10,12 @@
 #include <vector>
 
 #include "decl/arrays.h"
+#include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/declaration.h"
 #include "decl/structInfo.h"
-#include "decl/typeWords.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
-#include "front/lexer.h"
 #include "instance/report.h"
 #include "stmt/parser.h"
 
@@ -140,7 +139,7 @@ NameList parseNames() {
         else
             errorFlag = 1;
         nextToken();
-    } while (!errorFlag && tokenClass == TK_CHAR && tokenValue.character == ',');
+    } while (!errorFlag && isChar(','));
     pushedBack = true;
     return names;
 }
@@ -174,6 +173,8 @@ void orderFormals(const NameList &names, const TypeInfo *info, FuncInfo *functio
             refuseUndeclared(name, info);
             continue;
         }
+        if (formal->storage != STORAGE_AUTO && formal->storage != STORAGE_REGISTER)
+            parseError("invalid type combination");
         formal->index = index++;
         formal->next = nullptr;
         formal->context = CONTEXT_PARAMETER;
@@ -347,9 +348,7 @@ TypeInfo *redeclareFunction(TypeInfo *existing, TypeInfo *fresh) {
 
 bool functionPrologue(TypeInfo *function, bool isTypedef) {
     nextToken();
-    bool opens = tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_STATEMENT &&
-                 currentKeyword.code == WORD_OPEN_BRACE;
-    if (!opens || errorFlag) {
+    if (!isBodyWord(WORD_OPEN_BRACE) || errorFlag) {
         pushedBack = true;
         return false;
     }

@@ -6,12 +6,11 @@
 #include <string_view>
 
 #include "decl/aggregates.h"
+#include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/declaration.h"
 #include "decl/scopeLists.h"
-#include "decl/typeWords.h"
 #include "expr/value.h"
-#include "front/lexer.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -78,6 +77,7 @@ private:
 };
 
 bool SpecifierScan::run() {
+    destructorSeen = false;  // a ~ counts for its own declaration
     do {
         Step step = takeToken();
         if (step == STEP_FAILED)
@@ -92,8 +92,7 @@ bool SpecifierScan::goesOn() {
     nextToken();
     bool taken = false;
     if (tokenClass == TK_KEYWORD)
-        taken = currentKeyword.keywordClass == KC_TYPE ||
-                (currentKeyword.keywordClass == KC_OPERATOR && currentKeyword.code == WORD_TILDE);
+        taken = currentKeyword.keywordClass == KC_TYPE || isOperator(WORD_TILDE);
     else if (tokenClass == TK_IDENTIFIER)
         taken = wantsTag() || typedefNamed(tokenValue.name, symbolList);
     pushedBack = !taken;
@@ -193,7 +192,7 @@ SpecifierScan::Step SpecifierScan::takeAnonymousTag() {
 
 SpecifierScan::Step SpecifierScan::takeKeyword() {
     int word = currentKeyword.code;
-    if (currentKeyword.keywordClass == KC_OPERATOR && word == WORD_TILDE)
+    if (isOperator(WORD_TILDE))
         return takeDestructor();
     if (currentKeyword.keywordClass != KC_TYPE) {
         refuseCombination();

@@ -113,10 +113,7 @@ void hideTag(Symbol *tag) {
 
 void addTagToBlock(TagEntry **tagList, NameEntry *name, StructInfo *info,
                    AggregateKind aggregateKind) {
-    auto *entry = static_cast<TagEntry *>(allocOrFail(sizeof(TagEntry)));
-    if (!entry)
-        return;
-    *entry = {*tagList, name, info, static_cast<uint16_t>(aggregateKind)};
+    auto *entry = new TagEntry{*tagList, name, info, static_cast<uint16_t>(aggregateKind)};
     *tagList = entry;
 }
 

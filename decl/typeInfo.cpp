@@ -46,6 +46,9 @@ void releaseTypeInfo(TypeInfo *info) {
     releaseTagOf(info);
     deleteNode(info->arrayLink);
     deleteNode(info->pointerFunction);
+    bool isFunction = info->kind == KIND_FUNCTION && info->dataType != DT_CONSTANT;
+    if (isFunction && info->functionLink && info->functionLink->owner == info)
+        releaseFunctionBody(info->functionLink);
     deleteNode(info->functionLink);  // or the constant
     if (ownsStaticCell(info))
         killEntry(info->storageCell);

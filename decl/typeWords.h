@@ -42,13 +42,11 @@ enum DeclaratorOperator {
     WORD_AMPERSAND = 745,
     WORD_TILDE = 748,
     WORD_ASSIGN = 686,
-    WORD_SCOPE = 723,
 };
 
 enum BodyWord {
     WORD_OPEN_BRACE = 1,
     WORD_CLOSE_BRACE = 3,
-    WORD_DIRECTIVE = 25,
 };
 
 }  // namespace zy

@@ -203,8 +203,8 @@ int setVariable(const char *name, int type, va_list list) {
     }
     ExprNode *target = newSymbolNode(symbol);
     int result = -1;
-    if (isLvalue(target, true) != LVALUE_YES) {
-        errorFlag = 0;
+    bool isFunction = symbol->kind == KIND_FUNCTION;
+    if (isFunction || isLvalue(target, false) != LVALUE_YES) {
         plainError("'%s' is invalid lvalue in Zy_SetVar()", name);
     } else if (Value *value = valueFromHost(type, list)) {
         result = assignChecked(target, value);

@@ -2,17 +2,12 @@
 #pragma once
 
 #include "expr/value.h"
+#include "numeric/assign.h"
 
 namespace zy {
 
 // The statement loop, stmt/execute.h; false for nested runs.
 void runStatements(bool debug);
-
-// Assignments, numeric/assign.h. `value` is read by operandOf. A popped value goes back on the
-// stack if the node that runs is `=`; the record of one that wasn't popped stays the caller's.
-void assignValue(ExprNode *target, ExprNode *value);
-// By the pointed-to type of a pointer's data type.
-void storeByPointerType(void *address, const Value *value, int pointerType);
 
 // Parses and runs an expression's text; its value is on the stack, zero for a text that is none.
 // 0, or -1. The embedding interface defines it.

@@ -5,6 +5,7 @@
 #include "expr/calls.h"
 #include "expr/evaluatorState.h"
 #include "expr/events.h"
+#include "expr/operands.h"
 #include "stmt/stmtNode.h"
 
 namespace zy {
@@ -59,6 +60,31 @@ void runChain() {
             context = currentContext;
         }
     }
+}
+
+Value *pushNewValue() {
+    if (Value *value = pushFreeValue())
+        return value;
+    Value *value = newValue();
+    if (!value) [[unlikely]] {
+        endChain();
+        return nullptr;
+    }
+    value->kind = NODE_VALUE;
+    pushValue(value);
+    return value;
+}
+
+Value *copyRecord(const Value *value) {
+    Value *copy = newValue();
+    if (!copy)
+        return nullptr;
+    *copy = *value;
+    copy->next = nullptr;
+    copy->link = nullptr;
+    if (copy->type == DT_STRING)
+        copy->payload.text = copyString(copy->payload.text);
+    return copy;
 }
 
 void runNested(ExprNode *chain) {

@@ -267,7 +267,7 @@ Value *derefValue(Value *pointer) {
     Value *value = newZeroValue(target);
     if (!value)
         return nullptr;
-    if (!pointer->payload.p)
+    if (isNullAddress(pointer->payload.p))
         runWarning("Pointer operation *ptr where ptr = NULL, 0 is assigned to *ptr");
     else if (!loadTarget(value, pointer, target))
         runError("unsupported data type for indirection operation *");

@@ -20,14 +20,14 @@ bool isPlainVariable(const TypeInfo *symbol) {
 }
 
 inline void pushCell(TypeInfo *symbol, const VarCell *cell) {
-    if (cell->type != static_cast<uint32_t>(symbol->dataType)) [[unlikely]] {
+    bool plain = cell->type == static_cast<uint32_t>(symbol->dataType);
+    Value *value = plain ? pushFreeValue() : nullptr;
+    if (!value) [[unlikely]] {
         fetchVariable(symbol, 0);
         return;
     }
-    if (Value *value = pushNewValue()) {
-        value->type = cell->type;
-        value->payload = cell->data;
-    }
+    value->type = cell->type;
+    value->payload = cell->data;
 }
 
 // One with storage of its own is found without a look at the frames.
@@ -59,19 +59,12 @@ void pushVariable(ExprNode *leaf) {
 
 namespace {
 
-// The operator that pops a text owns it, so a text constant is copied.
+// The operator that pops a text owns it, so that of a constant is copied.
 void pushCopy(const ExprNode *constant) {
-    Value *value = pushNewValue();
-    if (!value)
-        return;
-    value->type = constant->type;
-    value->payload = constant->payload;
-    value->payload2 = constant->payload2;
-    value->shape = constant->shape;
-    value->count = constant->count;
-    value->ownership = constant->ownership;
-    if (value->type == DT_STRING)
-        value->payload.text = copyString(constant->payload.text);
+    if (Value *value = copyRecord(constant))
+        pushValue(value);
+    else
+        endChain();
 }
 
 }  // namespace

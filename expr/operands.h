@@ -19,17 +19,26 @@ inline const Value *operandInPlace(const ExprNode *operand) {
     return operand->type == DT_CONSTANT ? operand->payload.value : operand;
 }
 
-// A result on top of the stack that takes no operand's record. NULL if memory is exhausted.
-inline Value *pushNewValue() {
-    Value *value = newValue();
-    if (!value) [[unlikely]] {
-        endChain();
+// A record on top of the stack, for the caller to fill. It takes one from the free list alone and
+// is NULL if that is empty: routines that take another way then need no call on the common one.
+inline Value *pushFreeValue() {
+    Value *value = valueFreeList;
+    if (!value) [[unlikely]]
         return nullptr;
-    }
+    ExecContext *context = currentContext;
+    valueFreeList = value->next;
+    value->next = context->stack;
+    value->link = nullptr;
     value->kind = NODE_VALUE;
-    pushValue(value);
+    context->stack = value;
     return value;
 }
+
+// The same, from the heap at need. NULL if memory is exhausted; the chain ends.
+Value *pushNewValue();
+
+// A copy of a Value on no list, with a text of its own. NULL if memory is exhausted.
+Value *copyRecord(const Value *value);
 
 // The top of the stack, which stays there. NULL after a message if there is none.
 inline Value *topValue() {
@@ -75,29 +84,41 @@ private:
     Release release;
 };
 
+// One record holds the result: the popped one that lies lower, or a new one.
+template <class Family>
+[[gnu::noinline]] void runAnyBinary(ExprNode *node) {
+    Operand left(node->left);
+    if (!left)
+        return;
+    Operand right(node->right);
+    if (!right)
+        return;
+    Value *result = newValue();
+    if (!result) [[unlikely]] {
+        endChain();
+        return;
+    }
+    result->kind = NODE_VALUE;
+    Family::run(result, left.get(), right.get());
+    pushValue(result);
+}
+
+// The way for the common types, without a call; all else is done by runAnyBinary.
 template <class Family, bool leftInPlace, bool rightInPlace>
 void binaryForm(ExprNode *node) {
-    if constexpr (leftInPlace && rightInPlace) {
-        if (Value *result = pushNewValue())
-            Family::run(result, operandInPlace(node->left), operandInPlace(node->right));
-    } else if constexpr (leftInPlace) {
-        if (Value *right = topValue())
-            Family::run(right, operandInPlace(node->left), right);
-    } else if constexpr (rightInPlace) {
-        if (Value *left = topValue())
-            Family::run(left, left, operandInPlace(node->right));
-    } else {
-        ExecContext *context = currentContext;
-        Value *left = context->stack;
-        Value *right = left ? left->next : nullptr;
-        if (!right) [[unlikely]] {
-            reportEmptyStack();
-            endChain();
-            return;
-        }
-        Family::run(right, left, right);
-        context->stack = right;
-        recycleValue(left);
+    constexpr bool bothOnStack = !leftInPlace && !rightInPlace;
+    ExecContext *context = currentContext;
+    Value *top = context->stack;
+    Value *result = bothOnStack && top ? top->next : top;
+    const Value *left = leftInPlace ? operandInPlace(node->left) : top;
+    const Value *right = rightInPlace ? operandInPlace(node->right) : result;
+    if (!result || !Family::runFast(result, left, right)) [[unlikely]] {
+        runAnyBinary<Family>(node);
+        return;
+    }
+    if constexpr (bothOnStack) {
+        context->stack = result;
+        recycleValue(top);
     }
 }
 
@@ -106,7 +127,7 @@ template <class Family>
 void runBinary(ExprNode *node) {
     bool right = standsInPlace(node->right);
     if (standsInPlace(node->left))
-        node->routine = right ? binaryForm<Family, true, true> : binaryForm<Family, true, false>;
+        node->routine = right ? runAnyBinary<Family> : binaryForm<Family, true, false>;
     else
         node->routine = right ? binaryForm<Family, false, true> : binaryForm<Family, false, false>;
     node->routine(node);

@@ -1,5 +1,6 @@
 // Operators on addresses: arithmetic, indirection, `&`, and references to elements of a variable.
 
+#include <cstdlib>
 #include <cstring>
 
 #include "expr/evaluator.h"
@@ -47,8 +48,15 @@ T load(const void *address) {
     return object;
 }
 
+// A text that was cast to a pointer still owns its characters.
+void loadFirstCharacter(Value *value) {
+    char *text = value->payload.text;
+    setScalar(value, load<signed char>(text));
+    free(text);
+}
+
 // The common targets, read into the pointer's own record. False for all others.
-bool loadNumber(Value *pointer) {
+bool loadTarget(Value *pointer) {
     const void *address = pointer->payload.p;
     if (isNullAddress(address))
         return false;
@@ -57,6 +65,7 @@ bool loadNumber(Value *pointer) {
         case DT_P_UCHAR: setScalar(pointer, load<unsigned char>(address)); return true;
         case DT_P_INT: setScalar(pointer, load<int>(address)); return true;
         case DT_P_DOUBLE: setScalar(pointer, load<double>(address)); return true;
+        case DT_STRING: loadFirstCharacter(pointer); return true;
         default: return false;
     }
 }
@@ -69,18 +78,10 @@ void indirection(ExprNode *node) {
         Operand pointer(node->left);
         if (!pointer)
             return;
-        Value *record = pointer.takeRecord();
-        if (record && loadNumber(record)) {
-            pushValue(record);
-            return;
-        }
-        Value *source = record ? record : pointer.get();
-        if (isPointer(source->type) && !isArrayLike(source->type) &&
-            isNullAddress(source->payload.p) && record)
-            source->payload.p = nullptr;
-        result = derefValue(source);
-        if (record)
-            recycleValue(record);
+        if (!standsInPlace(node->left) && loadTarget(pointer.get()))
+            result = pointer.takeRecord();
+        else
+            result = derefValue(pointer.get());
     }
     if (result)
         pushValue(result);

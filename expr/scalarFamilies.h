@@ -13,7 +13,8 @@
 
 namespace zy {
 
-// ---- Types: how a type is read from any scalar, and written as a result -------------------------
+// ---- Types: how a type is read from any scalar, and from the common ones without a call, and how
+// it is written as a result -------------------------
 
 template <class T>
 struct Scalar;
@@ -21,18 +22,30 @@ template <>
 struct Scalar<signed char> {
     static constexpr DataType type = DT_CHAR;
     static signed char read(const Value *value) { return static_cast<int8_t>(readInt32(value)); }
+    static bool readFast(const Value *value, signed char &number) {
+        number = value->payload.sc;
+        return value->type == DT_CHAR;
+    }
     static void write(Payload &payload, signed char number) { payload.sc = number; }
 };
 template <>
 struct Scalar<unsigned char> {
     static constexpr DataType type = DT_UCHAR;
     static unsigned char read(const Value *value) { return static_cast<uint8_t>(readInt32(value)); }
+    static bool readFast(const Value *value, unsigned char &number) {
+        number = value->payload.uc;
+        return value->type == DT_UCHAR;
+    }
     static void write(Payload &payload, unsigned char number) { payload.uc = number; }
 };
 template <>
 struct Scalar<short> {
     static constexpr DataType type = DT_SHORT;
     static short read(const Value *value) { return static_cast<int16_t>(readInt32(value)); }
+    static bool readFast(const Value *value, short &number) {
+        number = value->payload.s;
+        return value->type == DT_SHORT;
+    }
     static void write(Payload &payload, short number) { payload.s = number; }
 };
 template <>
@@ -41,42 +54,79 @@ struct Scalar<unsigned short> {
     static unsigned short read(const Value *value) {
         return static_cast<uint16_t>(readInt32(value));
     }
+    static bool readFast(const Value *value, unsigned short &number) {
+        number = value->payload.us;
+        return value->type == DT_USHORT;
+    }
     static void write(Payload &payload, unsigned short number) { payload.us = number; }
 };
 template <>
 struct Scalar<int> {
     static constexpr DataType type = DT_INT;
     static int read(const Value *value) { return readInt32(value); }
+    static bool readFast(const Value *value, int &number) {
+        number = value->payload.i;
+        return value->type == DT_INT;
+    }
     static void write(Payload &payload, int number) { payload.i = number; }
 };
 template <>
 struct Scalar<unsigned> {
     static constexpr DataType type = DT_UINT;
     static unsigned read(const Value *value) { return readUint32(value); }
+    static bool readFast(const Value *value, unsigned &number) {
+        number = value->payload.u;
+        return value->type == DT_UINT || value->type == DT_INT;
+    }
     static void write(Payload &payload, unsigned number) { payload.u = number; }
 };
 template <>
 struct Scalar<long long> {
     static constexpr DataType type = DT_LLONG;
     static long long read(const Value *value) { return readSigned64(value); }
+    static bool readFast(const Value *value, long long &number) {
+        bool isInt = value->type == DT_INT;
+        number = isInt ? value->payload.i : value->payload.ll;
+        return isInt || value->type == DT_LLONG;
+    }
     static void write(Payload &payload, long long number) { payload.ll = number; }
 };
 template <>
 struct Scalar<unsigned long long> {
     static constexpr DataType type = DT_ULLONG;
     static unsigned long long read(const Value *value) { return readUnsigned64(value); }
+    static bool readFast(const Value *value, unsigned long long &number) {
+        bool isInt = value->type == DT_INT;
+        number = isInt ? value->payload.i : value->payload.ull;
+        return isInt || value->type == DT_ULLONG;
+    }
     static void write(Payload &payload, unsigned long long number) { payload.ull = number; }
 };
 template <>
 struct Scalar<float> {
     static constexpr DataType type = DT_FLOAT;
     static float read(const Value *value) { return readFloat(value); }
+    static bool readFast(const Value *value, float &number) {
+        number = value->payload.f;
+        return value->type == DT_FLOAT;
+    }
     static void write(Payload &payload, float number) { payload.f = number; }
 };
 template <>
 struct Scalar<double> {
     static constexpr DataType type = DT_DOUBLE;
     static double read(const Value *value) { return readDouble(value); }
+    static bool readFast(const Value *value, double &number) {
+        if (value->type == DT_DOUBLE)
+            number = value->payload.d;
+        else if (value->type == DT_INT)
+            number = value->payload.i;
+        else if (value->type == DT_FLOAT)
+            number = value->payload.f;
+        else
+            return false;
+        return true;
+    }
     static void write(Payload &payload, double number) { payload.d = number; }
 };
 
@@ -280,12 +330,26 @@ struct BinaryFamily {
         T a = Scalar<T>::read(left), b = Scalar<T>::read(right);
         setScalar(result, static_cast<Result>(Operation::of(a, b)));
     }
+    static bool runFast(Value *result, const Value *left, const Value *right) {
+        T a, b;
+        if (!Scalar<T>::readFast(left, a) || !Scalar<T>::readFast(right, b)) [[unlikely]]
+            return false;
+        setScalar(result, static_cast<Result>(Operation::of(a, b)));
+        return true;
+    }
 };
 template <class Operation, class T>
 struct ShiftFamily {
     static void run(Value *result, const Value *left, const Value *right) {
         T number = Scalar<T>::read(left);
         setScalar(result, Operation::of(number, readInt32(right)));
+    }
+    static bool runFast(Value *result, const Value *left, const Value *right) {
+        T number;
+        if (!Scalar<T>::readFast(left, number) || right->type != DT_INT) [[unlikely]]
+            return false;
+        setScalar(result, Operation::of(number, right->payload.i));
+        return true;
     }
 };
 template <class Operation, class T, class Result>

@@ -11,6 +11,7 @@
 #include "expr/scalarFamilies.h"
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
+
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 
@@ -39,15 +40,10 @@ VarCell *plainCell(TypeInfo *symbol, const Value *value) {
 namespace {
 
 void pushCopyOf(const Value *constant) {
-    Value *copy = pushNewValue();
-    if (!copy)
-        return;
-    ExprNode *below = copy->next;
-    *copy = *constant;
-    copy->next = below;
-    copy->link = nullptr;
-    if (copy->type == DT_STRING)
-        copy->payload.text = copyString(copy->payload.text);
+    if (Value *copy = copyRecord(constant))
+        pushValue(copy);
+    else
+        endChain();
 }
 
 // The assigned value is the result. What was popped the store puts back; a constant it can't.
@@ -112,15 +108,16 @@ void assignPlain(ExprNode *node) {
 }
 
 void assignPlainConstant(ExprNode *node) {
-    ExecContext *context = currentContext;
-    pushCopyOf(operandInPlace(node->right));
+    Value *value = copyRecord(operandInPlace(node->right));
+    if (!value)
+        return;
     TypeInfo *symbol = node->left->payload.symbol;
     VarCell *cell = findVarCell(symbol);
-    if (cell->type == static_cast<uint32_t>(symbol->dataType) &&
-        convertPlain(context->stack, cell->type)) {
-        cell->data = context->stack->payload;
+    if (cell->type == static_cast<uint32_t>(symbol->dataType) && convertPlain(value, cell->type)) {
+        cell->data = value->payload;
+        pushValue(value);
     } else {
-        recycleValue(popValue());
+        recycleValue(value);
         assignConverted(node);
     }
 }
@@ -203,16 +200,6 @@ bool stepNumber(Value *value, int step) {
         case DT_DUAL: payload.pair[0] += static_cast<float>(step); return true;
         default: return false;
     }
-}
-
-Value *copyRecord(const Value *value) {
-    Value *copy = newValue();
-    if (!copy)
-        return nullptr;
-    *copy = *value;
-    copy->next = nullptr;
-    copy->link = nullptr;
-    return copy;
 }
 
 Value *stepValue(const Value *old, int step) {

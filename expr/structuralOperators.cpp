@@ -10,6 +10,7 @@
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
 #include "expr/typeQueries.h"
+
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 
@@ -43,20 +44,35 @@ void castOperator(ExprNode *node) {
 
 // ---- Comma --------------------------------------------------------------------------------------
 
-void commaOperator(ExprNode *node) {
-    Operand right(node->right);
-    Operand left(node->left, Operand::CONTENTS);
-    if (!right)
-        return;
-    Value *result = right.takeRecord();
-    if (!result && (result = newValue())) {
-        *result = *right.get();
-        result->link = nullptr;
-        if (result->type == DT_STRING)
-            result->payload.text = copyString(result->payload.text);
+namespace {
+
+// A call of a void function leaves no value to discard, or to keep.
+template <bool leftHasValue, bool rightHasValue>
+void commaForm(ExprNode *node) {
+    Value *result = nullptr;
+    if constexpr (rightHasValue) {
+        Operand right(node->right);
+        if (!right)
+            return;
+        result = right.takeRecord();
+        if (!result)
+            result = copyRecord(right.get());
     }
+    if constexpr (leftHasValue)
+        Operand(node->left, Operand::CONTENTS);
     if (result)
         pushValue(result);
+}
+
+}  // namespace
+
+void commaOperator(ExprNode *node) {
+    bool right = treeType(node->right) != DT_VOID;
+    if (treeType(node->left) != DT_VOID)
+        node->routine = right ? commaForm<true, true> : commaForm<true, false>;
+    else
+        node->routine = right ? commaForm<false, true> : commaForm<false, false>;
+    node->routine(node);
 }
 
 // ---- sizeof -------------------------------------------------------------------------------------

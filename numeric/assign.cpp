@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "decl/funcInfo.h"
 #include "expr/operators.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
@@ -176,7 +177,38 @@ bool storeScalar(void *address, int type, const Value *value, StorePlace place) 
     return true;
 }
 
+namespace {
+
+constexpr uintptr_t SIGNAL_CONSTANTS = 100;  // small addresses stand for signal handlers
+
+// The function that a value names; an address that isn't one for the constants of signals.
+TypeInfo *functionOf(const Value *value) {
+    bool isFunction = value->type == DT_NAME || value->type == DT_FUNCTION ||
+                      value->type == DT_P_FUNCTION || value->type == DT_P_VOID ||
+                      value->type == DT_NULL;
+    return isFunction ? value->payload.symbol : nullptr;
+}
+
+// A pointer to function has a function record of its own, whose owner is the function.
+bool bindFunction(VarCell *cell, const Value *value) {
+    auto *own = static_cast<FuncInfo *>(cell->data.p);
+    if (!own)
+        return false;
+    own->owner = functionOf(value);
+    bool isDeclared = reinterpret_cast<uintptr_t>(own->owner) > SIGNAL_CONSTANTS;
+    const FuncInfo *target = isDeclared ? own->owner->functionLink : nullptr;
+    own->parameters = target ? target->parameters : nullptr;
+    own->body = target ? target->body : nullptr;
+    own->parameterLevel = target ? target->parameterLevel : 0;
+    own->variadic = target ? target->variadic : 0;
+    return true;
+}
+
+}  // namespace
+
 bool storeInCell(VarCell *cell, const Value *value) {
+    if (cell->type == DT_P_FUNCTION)
+        return bindFunction(cell, value);
     static_assert(offsetof(VarCell, data2) == offsetof(VarCell, data) + sizeof(double),
                   "both halves of a wide pair lie side by side");
     return storeScalar(&cell->data, static_cast<int>(cell->type), value, StorePlace::VARIABLE);
@@ -236,14 +268,9 @@ void afterStore(TypeInfo *symbol, const VarCell *cell) {
         onIntegerSystemVariableSet(symbol->index, symbol);
 }
 
-// A pointer to function takes the function that the value designates.
-void assignPointerToFunction(const Value *value, VarCell *cell) { cell->data.p = pointerOf(value); }
-
 void assignVariable(const Value *value, TypeInfo *symbol) {
     VarCell *cell = findVarCell(symbol);
-    if (symbol->kind == KIND_P_FUNCTION)
-        assignPointerToFunction(value, cell);
-    else if (!storeInCell(cell, value))
+    if (!storeInCell(cell, value))
         runError("undefined operation");
     if (symbol->level == SYSTEM_LEVEL)
         afterStore(symbol, cell);

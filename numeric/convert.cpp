@@ -171,17 +171,8 @@ namespace {
 
 // A record that the cast may change: the popped one, or a copy of the constant.
 Value *ownRecord(Operand &operand) {
-    if (Value *popped = operand.takeRecord())
-        return popped;
-    Value *copy = newValue();
-    if (!copy)
-        return nullptr;
-    *copy = *operand.get();
-    copy->next = nullptr;
-    copy->link = nullptr;
-    if (copy->type == DT_STRING)
-        copy->payload.text = copyString(copy->payload.text);
-    return copy;
+    Value *popped = operand.takeRecord();
+    return popped ? popped : copyRecord(operand.get());
 }
 
 // A class or a pointer to one: the address with the layout of the target's class.

@@ -53,7 +53,8 @@ int failCall(int resultType) {
 
 // A call through a variable or a parameter: the function that its cell designates.
 TypeInfo *pointedFunction(TypeInfo *pointer) {
-    auto *target = static_cast<TypeInfo *>(findVarCell(pointer)->data.p);
+    const auto *own = static_cast<const FuncInfo *>(findVarCell(pointer)->data.p);
+    TypeInfo *target = own ? own->owner : nullptr;
     if (!target)
         runError("pointer to function '%s' is NULL", pointer->name ? pointer->name->text : "");
     return target;
@@ -75,10 +76,16 @@ TypeInfo *calleeOf(ExprNode *node) {
 
 // ---- Arguments ----------------------------------------------------------------------------------
 
+bool isByReference(const TypeInfo *formal) {
+    return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
+}
+
 // A cell for a formal with the value, converted as an assignment converts it.
-VarCell *newArgument(const TypeInfo *formal, Value *value) {
-    VarCell *cell = newVarCell(dataTypeOf(formal));
-    storeInCell(cell, value);
+VarCell *newArgument(TypeInfo *formal, Value *value) {
+    VarCell *cell = newVarCell(formal->dataType);
+    initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
+    if (value)
+        storeInCell(cell, value);
     return cell;
 }
 
@@ -88,13 +95,9 @@ VarCell *newLink(VarCell *target) {
     return cell;
 }
 
-bool isByReference(const TypeInfo *formal) {
-    return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
-}
-
 // An lvalue that is no plain variable has its address on the stack, over its value. The parameter
 // is a copy, stored through the address at the return.
-VarCell *newReference(const TypeInfo *formal, ExprNode *cell) {
+VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
     ExprNode *actual = cell->item;
     if (TypeInfo *variable = variableOf(actual))
         return newLink(findVarCell(variable));
@@ -113,7 +116,7 @@ VarCell *newReference(const TypeInfo *formal, ExprNode *cell) {
     return link;
 }
 
-VarCell *newFormal(const TypeInfo *formal, ExprNode *cell) {
+VarCell *newFormal(TypeInfo *formal, ExprNode *cell) {
     if (isByReference(formal))
         return newReference(formal, cell);
     bool popped;
@@ -134,11 +137,11 @@ void warnOfMissing(const TypeInfo *callee) {
 // Arguments lie on the stack, the first on top.
 void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
     int slot = 0;
-    for (const TypeInfo *formal = callee->functionLink->parameters; formal;
+    for (TypeInfo *formal = callee->functionLink->parameters; formal;
          formal = formal->next, slot++) {
         if (!actual)
             warnOfMissing(callee);
-        setSlot(frame, slot, actual ? newFormal(formal, actual) : newVarCell(dataTypeOf(formal)));
+        setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
         actual = actual ? actual->next : nullptr;
     }
 }

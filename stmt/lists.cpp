@@ -1,5 +1,7 @@
 #include "stmt/lists.h"
 
+#include <cstring>
+
 #include "decl/funcInfo.h"
 #include "front/lexer.h"
 #include "front/names.h"
@@ -48,8 +50,11 @@ void notePlace(const StmtNode *statement) {
     if (lineConstant && lineConstant->symbol)
         lineConstant->symbol->constant->payload.i = statement->line + e_lang->lineOffset;
     const char *file = e_lang->lineFileName ? e_lang->lineFileName : statement->file;
-    if (file && fileConstant && fileConstant->symbol)
-        fileConstant->symbol->constant->payload.p = const_cast<char *>(file);
+    if (!file || !fileConstant || !fileConstant->symbol)
+        return;
+    Value *constant = fileConstant->symbol->constant;  // which owns its text
+    if (!constant->payload.text || strcmp(constant->payload.text, file) != 0)
+        constant->payload.text = updateString(constant->payload.text, copyString(file));
 }
 
 }  // namespace

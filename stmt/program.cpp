@@ -4,12 +4,14 @@
 #include <cstring>
 
 #include "decl/declState.h"
+#include "decl/funcInfo.h"
 #include "decl/typeInfo.h"
 #include "expr/context.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
 #include "front/tokens.h"
+#include "front/vocabularySwitches.h"
 #include "instance/langState.h"
 #include "stmt/lists.h"
 #include "stmt/parseStack.h"
@@ -208,6 +210,7 @@ void newProgram() {
 
 void resetRunState() {
     resetContexts();
+    resetVocabularySwitches();
     restoreKeywords();
     resetDeclState();
 }

@@ -13,6 +13,7 @@
 #include "instance.h"
 #include "source.h"
 #include "startup/builtins.h"
+#include "stmt/program.h"
 
 namespace zy {
 
@@ -304,6 +305,16 @@ TEST_F(SwitchTest, AScriptsOwnNameIsLeftToIt) {
     EXPECT_EQ(symbolNamed("nan"), own);
     EXPECT_EQ(symbolNamed("inf"), nullptr);
     EXPECT_EQ(caseSensitive, 1);
+}
+
+TEST_F(SwitchTest, EachProgramStartsWithTheSwitchesAtRest) {
+    run(casesen, "(0)");
+    run(floatconst, "(1)");
+    resetRunState();
+    EXPECT_EQ(caseSensitive, 1);
+    EXPECT_EQ(floatConstant, 0);
+    EXPECT_EQ(seen("null"), nullptr);
+    EXPECT_FALSE(isFileType("file"));
 }
 
 TEST_F(SwitchTest, FloatconstAndTheFormsOfAnArgument) {

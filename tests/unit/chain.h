@@ -10,6 +10,7 @@
 
 #include "expr/context.h"
 #include "expr/evaluator.h"
+#include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/routineChoice.h"
 #include "expr/scope.h"
@@ -31,7 +32,29 @@ protected:
     void TearDown() override {
         clearValueStack();
         EXPECT_EQ(currentContext->chain, nullptr);
+        for (ExprNode &tree : nodes)
+            releaseMadeByThreading(tree);
         InstanceTest::TearDown();
+    }
+
+    bool isOwn(const ExprNode *record) const {
+        for (const ExprNode &mine : nodes)
+            if (&mine == record)
+                return true;
+        return false;
+    }
+    // Threading hangs copies of targets on the operators, and a record on those that branch.
+    void releaseMadeByThreading(ExprNode &tree) {
+        if (tree.kind != NODE_OPERATOR)
+            return;
+        bool branches = tree.op == OP_OR || tree.op == OP_AND || tree.op == OP_CONDITIONAL;
+        if (branches && tree.fourth && !isOwn(tree.fourth)) {
+            recycleValue(tree.fourth);
+            tree.fourth = nullptr;
+        }
+        for (ExprNode *field : {tree.left, tree.right, tree.third, tree.fourth})
+            if (field && !isOwn(field))
+                deleteNode(field);
     }
 
     ExprNode *node(NodeKind kind) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "decl/declaration.h"
@@ -44,7 +43,7 @@ protected:
             releaseTypeInfoList(block->symbols());
             while (TagEntry *entry = block->operandD.tags) {
                 block->operandD.tags = entry->next;
-                free(entry);
+                delete entry;
             }
         }
         globalBlock = currentBlock = nullptr;

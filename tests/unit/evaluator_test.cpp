@@ -340,4 +340,77 @@ TEST_F(EvaluatorTest, WhatIsDerivedFromNullCountsAsNull) {
     EXPECT_FALSE(isNullAddress(&object));
 }
 
+TEST_F(EvaluatorTest, AddressesLeadBackToTheirVariables) {
+    ExprNode *x = variable(number(5));
+    EXPECT_EQ(evaluate(apply(OP_ADDRESS, x))->payload.p, &cellOf(x)->data);
+    EXPECT_EQ(currentContext->stack->type, unsigned{DT_P_INT});
+    EXPECT_EQ(evaluate(apply(OP_INDIRECTION, apply(OP_ADDRESS, copyOf(x))))->payload.i, 5);
+    ExprNode *p = variable(constant(DT_P_INT, reinterpret_cast<uintptr_t>(&cellOf(x)->data)));
+    EXPECT_EQ(evaluate(apply(OP_ADDRESS, apply(OP_INDIRECTION, p)))->payload.p, &cellOf(x)->data);
+    EXPECT_EQ(currentContext->stack->next, nullptr);
+    Value *text = constant(DT_STRING, reinterpret_cast<uintptr_t>("text"));
+    ExprNode *s = variable(text);
+    EXPECT_EQ(evaluate(apply(OP_ADDRESS, s))->payload.p, &cellOf(s)->data);
+    EXPECT_EQ(currentContext->stack->type, unsigned{DT_P_STRING});
+    ExprNode *element = apply(OP_SUBSCRIPT, apply(OP_ADDRESS, copyOf(x)));
+    EXPECT_EQ(
+        errorsOf([&] { evaluate(apply(OP_ADDRESS, element)); }),
+        std::string("ERROR: unsupported data type for address operation &\n") + errorPosition);
+}
+
+TEST_F(EvaluatorTest, ReadingWhatIsDerivedFromNullGivesZero) {
+    e_lang->warningLevel = 1;
+    ExprNode *p = variable(constant(DT_P_DOUBLE));
+    const std::string warning =
+        std::string("WARNING: Pointer operation *ptr where ptr = NULL, 0 is assigned to *ptr\n") +
+        warningPosition;
+    EXPECT_EQ(errorsOf([&] { evaluate(apply(OP_INDIRECTION, p)); }), warning);
+    EXPECT_EQ(currentContext->stack->type, unsigned{DT_DOUBLE});
+    EXPECT_EQ(currentContext->stack->payload.d, 0);
+    EXPECT_EQ(runStatus, RUN_WARNING);
+    ExprNode *sum = apply(OP_POINTER_ADD, copyOf(p), number(1));
+    EXPECT_NE(errorsOf([&] { evaluate(apply(OP_INDIRECTION, sum)); }).find(warning),
+              std::string::npos);
+    EXPECT_EQ(currentContext->stack->payload.d, 0);
+    EXPECT_EQ(runStatus, RUN_ERROR);
+}
+
+// ---- The others ---------------------------------------------------------------------------------
+
+TEST_F(EvaluatorTest, NewGivesClearedMemory) {
+    for (int type : {DT_CHAR, DT_INT, DT_DOUBLE, DT_DCOMPLEX, DT_P_CHAR}) {
+        Value *result = evaluate(apply(OP_NEW, typeLeaf(type)));
+        EXPECT_EQ(result->type, static_cast<unsigned>(pointerTo(type)));
+        std::vector<char> zeros(sizeofType(type));
+        EXPECT_EQ(memcmp(result->payload.p, zeros.data(), zeros.size()), 0);
+        free(result->payload.p);
+    }
+}
+
+TEST_F(EvaluatorTest, SizeofAtRunTime) {
+    EXPECT_EQ(evaluate(apply(OP_SIZEOF, variable(number(1.5))))->payload.ull, 8u);
+    EXPECT_EQ(currentContext->stack->type, unsigned{DT_ULLONG});
+    // Bounds in pairs, lower limit first; the size of the first one's type stands for the
+    // element's.
+    ExprNode *bounds[] = {number(1), number(4), number(0), variable(number(5))};
+    ExprNode *list = nullptr;
+    for (int i = 3; i >= 0; i--) {
+        ExprNode *cell = node(NODE_LIST);
+        cell->item = bounds[i];
+        cell->next = list;
+        list = cell;
+    }
+    EXPECT_EQ(evaluate(apply(OP_SIZEOF, list, number(4ull)))->payload.ull, 4u * 3 * 5);
+    EXPECT_EQ(currentContext->stack->next, nullptr);
+    list->next->next = nullptr;
+    EXPECT_EQ(evaluate(apply(OP_SIZEOF, list, number(8ull)))->payload.ull, 8u * 3);
+}
+
+TEST_F(EvaluatorTest, NoTextToEvaluate) {
+    EXPECT_EQ(errorsOf([&] { evaluate(apply(OP_STREVAL, constant(DT_STRING))); }),
+              "Invalid argument for streval()\n");
+    EXPECT_EQ(currentContext->stack->type, unsigned{DT_INT});
+    EXPECT_EQ(currentContext->stack->payload.i, 0);
+}
+
 }  // namespace zy

@@ -48,7 +48,7 @@ TEST(Lock, CreationWaitsForAnotherProcessAndOutlivesItsDeath) {
         ready();
         pause();
     });
-    ASSERT_TRUE(holder.readyWithin(5000));
+    ASSERT_TRUE(holder.readyWithin(60000));
 
     Child host([](auto ready) {
         ZyOptions option = {ZY_REGULAR_SHELL, ZY_HOME, nullptr};
@@ -58,7 +58,7 @@ TEST(Lock, CreationWaitsForAnotherProcessAndOutlivesItsDeath) {
     });
     EXPECT_FALSE(host.readyWithin(200));
     kill(holder.id, SIGKILL);
-    EXPECT_TRUE(host.readyWithin(20000));
+    EXPECT_TRUE(host.readyWithin(60000));
 }
 
 TEST(Lock, OneThreadMayTakeItTwiceAndHoldsItUntilItHasReleasedItTwice) {

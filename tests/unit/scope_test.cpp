@@ -503,6 +503,7 @@ TEST_F(ScopeTest, IsvarTellsConstantsVariablesAndFunctionsApart) {
     pointer->payload.bits = 1;  // a signal handler constant
     EXPECT_EQ(isvar(pointer), 0);
     recycleValue(pointer);
+    f->functionLink->body = nullptr;  // the test's own block
 }
 
 class RedeclarationTest : public ScopeTest {
@@ -603,6 +604,7 @@ TEST_F(RedeclarationTest, ADefinitionFollowsAPrototype) {
     EXPECT_EQ(defined->owner, f);
     EXPECT_EQ(f->used, 1);
     EXPECT_STREQ(f->functionLink->parameters->name->text, "n");
+    defined->body = nullptr;  // the test's own block
 }
 
 }  // namespace zy
