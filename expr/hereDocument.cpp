@@ -32,11 +32,8 @@ public:
     DocumentLines() { skipRest(); }
 
     bool next(std::string &line) {
-        if (!inBuffer) {
-            readSourceLine();
-            if (endOfInput || endOfFile)
-                return false;
-        }
+        if (!inBuffer && !readLine())
+            return false;
         const char *start = lineBuffer + linePos;
         size_t length = strcspn(start, "\n");
         line.assign(start, length);
@@ -46,6 +43,18 @@ public:
     }
 
 private:
+    // The reader of interactive lines gives `exit` for ever at the end of its input.
+    static bool readLine() {
+        if (fileMode || stringMode) {
+            readSourceLine();
+            return !endOfInput && !endOfFile;
+        }
+        bool isThere = readConsoleLine(lineBuffer, sizeof lineBuffer);
+        linePos = 0;
+        lineLength = isThere ? static_cast<int16_t>(strlen(lineBuffer)) : 0;
+        lineBuffer[lineLength] = '\0';
+        return isThere;
+    }
     void skipRest() {
         const char *feed = strchr(lineBuffer + linePos, '\n');
         inBuffer = feed != nullptr;
@@ -332,6 +341,20 @@ ExprNode *readDocument(const EndWord &word, bool runMode) {
     return nullptr;
 }
 
+// The end word behind a << whose left side was refused: the lines of the document are no code.
+bool findEndWord(EndWord &word) {
+    bool atShift = pushedBack && tokenClass == TK_KEYWORD && currentKeyword.code == OP_LEFT_SHIFT;
+    const char *shift = atShift ? nullptr : strstr(lineBuffer + linePos, "<<");
+    if (!atShift && !shift)
+        return false;
+    if (shift)
+        linePos = static_cast<int16_t>(shift + 2 - lineBuffer);
+    pushedBack = false;
+    bool isKnown = readEndWord(word);
+    word.expands = false;
+    return isKnown;
+}
+
 // The stream in front of <<.
 ExprNode *parseDestination(bool runMode) {
     Parse parse{.runMode = runMode, .unaryOnly = true};
@@ -362,14 +385,16 @@ bool takeShift() {
 ExprNode *parseHereDocument(ExprNode *node, bool runMode) {
     node->left = parseDestination(runMode);
     EndWord word;
-    if (node->left && takeShift() && readEndWord(word)) {
+    bool isKnown = node->left ? takeShift() && readEndWord(word) : findEndWord(word);
+    if (isKnown) {
         node->right = readDocument(word, runMode);
         tokenClass = TK_CHAR;
         tokenValue.character = ';';
         pushedBack = true;
     }
-    if (node->right)
+    if (node->left && node->right)
         return node;
+    errorFlag = 1;
     deleteNode(node);
     return nullptr;
 }

@@ -21,6 +21,7 @@ namespace {
 struct Arguments {
     ExprNode *list = nullptr;
     int count = 0;
+    bool isStream = false;
 
     void append(ExprNode *argument) {
         appendListCell(list, argument);
@@ -149,17 +150,17 @@ bool readStream(Arguments &arguments, int code, bool runMode) {
 
 // ---- Calls --------------------------------------------------------------------------------------
 
-const TypeInfo *firstFormal(const FuncInfo *function) {
+TypeInfo *firstFormal(const FuncInfo *function) {
     bool hasThis =
         function->parameters && function->owner && (function->owner->flags & FLAG_MEMBER_FUNCTION);
     return hasThis ? function->parameters->next : function->parameters;
 }
 
 void checkCall(const FuncInfo *function, const Arguments &arguments) {
-    const TypeInfo *formal = firstFormal(function);
+    TypeInfo *formal = firstFormal(function);
     int position = 0;
     for (const ExprNode *cell = arguments.list; cell && formal; cell = cell->next) {
-        checkArgument(cell->item, const_cast<TypeInfo *>(formal), ++position);
+        checkArgument(cell->item, formal, ++position);
         formal = formal->next;
     }
     checkArgumentCount(arguments.count, function);
@@ -246,10 +247,12 @@ ExprNode *finishBuiltin(ExprNode *node, const Arguments &arguments) {
     checkCount(arguments.count, fewestArguments(node->op), argumentCount(node->op));
     bool countFits = !errorFlag;
     errorFlag |= earlier;
+    if (countFits && !arguments.isStream)
+        checkBuiltinArguments(node->op, arguments.list);
     placeArguments(node, arguments.list);
-    if (countFits && isGeneric(node->op))
-        return resolveGeneric(node);
-    return node;
+    if (node->op == OP_SHAPE && node->right)
+        node->op = OP_SHAPE_EXTENT;
+    return countFits && isGeneric(node->op) ? resolveGeneric(node) : node;
 }
 
 // ---- Subscripts ---------------------------------------------------------------------------------
@@ -335,8 +338,9 @@ ExprNode *parsePrimary(ExprNode *node, bool runMode) {
     if (node->op == OP_FPRINTF && nameFollows())
         return parseHereDocument(node, runMode);
     Arguments arguments;
-    bool complete = streamFormFollows(node->op) ? readStream(arguments, node->op, runMode)
-                                                : readParenthesised(arguments, runMode);
+    arguments.isStream = streamFormFollows(node->op);
+    bool complete = arguments.isStream ? readStream(arguments, node->op, runMode)
+                                       : readParenthesised(arguments, runMode);
     if (!complete) {
         deleteNode(arguments.list);
         deleteNode(node);

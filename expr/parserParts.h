@@ -83,6 +83,11 @@ ExprNode *parseNew(bool runMode);
 // With the word of a built-in function consumed: its node with the arguments.
 ExprNode *parseBuiltin(int code, bool runMode);
 
+// ---- argumentRules.cpp
+
+// Whether the arguments of a built-in function are of its types; messages.
+void checkBuiltinArguments(int code, const ExprNode *list);
+
 // ---- hereDocument.cpp
 
 // With `fprintf` consumed and a name behind it: fprintf fp << WORD. Takes the node.

@@ -56,9 +56,21 @@ bool holdsStarsOnly(const char *open) {
     return *text == ')';
 }
 
+// A word of a type that isn't called: it starts a declarator.
+bool declaratorAt(const char *text) {
+    text = skipSpace(text);
+    int length = 0;
+    while (isalnum(static_cast<unsigned char>(text[length])) || text[length] == '_')
+        length++;
+    char word[64];
+    snprintf(word, sizeof word, "%.*s", length, text);
+    const KeywordEntry *row = length > 0 ? keywordNamed(word) : nullptr;
+    return row && row->keywordClass == KC_TYPE && *skipSpace(text + length) != '(';
+}
+
 // Contents on several lines are taken for arguments.
 bool isConversionAt(const char *open) {
-    if (*open != '(' || holdsStarsOnly(open))
+    if (*open != '(' || holdsStarsOnly(open) || declaratorAt(open + 1))
         return false;
     const char *end = behindClosing(open);
     if (!end)
@@ -79,6 +91,11 @@ const char *nameText(const TypeInfo *info) { return info->name ? info->name->tex
 const char *structText(const TypeInfo *info) {
     const StructInfo *aggregate = info->structLink;
     return aggregate && aggregate->tag ? plainTag(nameText(aggregate->tag)) : "";
+}
+
+// A parameter list without a name in front of it is left unread behind the type.
+bool isFunctionType(const TypeInfo *type) {
+    return type->kind == KIND_FUNCTION || (pushedBack && atCharacter('('));
 }
 
 // Takes the type; NULL if it was refused.
@@ -106,7 +123,7 @@ bool castTypeFits(const TypeInfo *type) {
         parseError("with unnecessary identifier '%s' in casting operator", nameText(type));
     else if (type->kind == KIND_SIMPLE && type->dataType == DT_STRUCT)
         parseError("cannot cast to struct '%s' ", structText(type));
-    else if (type->kind == KIND_FUNCTION)
+    else if (isFunctionType(type))
         parseError("cannot cast to function type ");
     else
         return true;
@@ -428,14 +445,13 @@ bool constructorIsOpen(const TypeInfo *type, const Symbol *constructor) {
 
 // new T(value), new T(arguments). Takes the type.
 ExprNode *newWithValue(TypeInfo *type, bool runMode) {
-    const Symbol *constructor = constructorOf(type);
+    Symbol *constructor = constructorOf(type);
     if (constructor) {
         bool isOpen = constructorIsOpen(type, constructor);
         releaseTypeInfo(type);
         if (!isOpen)
             return nullptr;
-        return parsePrimary(
-            newOperatorNode(OP_CALL, newSymbolNode(const_cast<Symbol *>(constructor))), runMode);
+        return parsePrimary(newOperatorNode(OP_CALL, newSymbolNode(constructor)), runMode);
     }
     SeparatorScope brackets(false, KC_OPERATOR);
     ExprNode *value = nullptr;
@@ -454,22 +470,13 @@ ExprNode *newWithValue(TypeInfo *type, bool runMode) {
 bool declarationGoesOn() {
     nextToken();
     pushedBack = true;
-    if (!atCharacter(','))
-        return false;
-    const char *text = skipSpace(lineBuffer + linePos);
-    int length = 0;
-    while (isalnum(static_cast<unsigned char>(text[length])) || text[length] == '_')
-        length++;
-    char word[64];
-    snprintf(word, sizeof word, "%.*s", length, text);
-    const KeywordEntry *row = length > 0 ? keywordNamed(word) : nullptr;
-    return row && row->keywordClass == KC_TYPE && *skipSpace(text + length) != '(';
+    return atCharacter(',') && declaratorAt(lineBuffer + linePos);
 }
 
 bool newTypeFits(const TypeInfo *type) {
     if (type->name)
         parseError("with unnecessary identifier '%s' in operator new", nameText(type));
-    else if (type->kind == KIND_FUNCTION)
+    else if (isFunctionType(type))
         parseError("cannot allocate new function type ");
     else if (declarationGoesOn())
         parseError("additional variables are defined after operator 'new'");

@@ -123,7 +123,7 @@ void parseIdentifier() {
         return;
     }
     peekNonBlank();
-    if (!symbol && lineBuffer[linePos] != '(')
+    if (!symbol && lineBuffer[linePos] != '(' && !startsStreamForm(name))
         parseUnknownName(name);
     else
         parseExpressionStatement();

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <map>
 
+#include "expr/context.h"
 #include "expr/operators.h"
 #include "expressionTrees.h"
 #include "front/lexer.h"
@@ -489,12 +490,122 @@ TEST_F(Parser, SizeIsAConstantWhereItIsKnown) {
     });
 }
 
-TEST_F(Parser, ElementTypeAndNewRefuse) {
-    expectTrees({{"elementtype(v)", "(ELEMENTTYPE v)"}});
-    expectRefusals({
-        {"elementtype(a)", "invalid argument for operator elementtype()"},
-        {"new 5", "missing type name after operator new"},
+TEST_F(Parser, Casts) {
+    expectTrees({
+        {"(int)x", "(CAST <int> x)"},
+        {"(int)x * 2", "(MULTIPLY_INT (CAST <int> x) 2)"},
+        {"(int)*p", "(CAST <int> (INDIRECTION p))"},
+        {"-(double)a", "(NEGATE_DOUBLE (CAST <double> a))"},
+        {"(double)-a", "(CAST <double> (NEGATE_INT a))"},
+        {"(char *)p + 1", "(POINTER_ADD (CAST <pointer to char> p) 1)"},
+        {"(unsigned long long)a", "(CAST <unsigned long long int> a)"},
+        {"(int)x++", "(CAST <int> (POSTFIX_INCREMENT x))"},
+        {"*(double *)p", "(INDIRECTION (CAST <pointer to double> p))"},
+        {"(int (*)(int))NULL", "(CAST <pointer to function> {NULL pointer})"},
+        {"(int)(double)a", "(CAST <int> (CAST <double> a))"},
     });
+    expectRefusals({
+        {"(int y)x", "with unnecessary identifier 'y' in casting operator"},
+        {"(int x", "with unnecessary identifier 'x' in casting operator"},
+        {"(int", "missing ')'"},
+        {"(int (int))x", "cannot cast to function type "},
+    });
+    TypeInfo *type = declare("number", DT_LLONG);
+    type->storage = STORAGE_TYPEDEF;
+    expectTrees({{"(number)x + 1", "(ADD_LLONG (CAST <long long int> x) 1)"},
+                 {"(number(x))", "(CAST <long long int> x)"},
+                 {"(number *)p", "(CAST <pointer to long long int> p)"},
+                 {"sizeof(number)", "8ull"}});
+    StructInfo info{};
+    TypeInfo *record = declare("record", DT_STRUCT), *tag = variable("item", DT_TAG);
+    record->storage = STORAGE_TYPEDEF;
+    record->structLink = &info;
+    info.tag = tag;
+    info.size = 12;
+    expectRefusals({{"(record)a", "cannot cast to struct 'item' "}});
+    expectTrees({{"sizeof(record)", "12ull"}, {"sizeof(record *)", "8ull"}});
+    info.size = 0;
+    expectTrees({{"sizeof(record)", "(SIZEOF {})"}});
+    record->structLink = nullptr;
+}
+
+TEST_F(Parser, SizeAndElementTypeOfTypes) {
+    expectTrees({
+        {"sizeof(int)", "4ull"},
+        {"sizeof(char *) + 1", "(ADD_ULLONG 8ull 1)"},
+        {"sizeof(double complex)", "16ull"},
+        {"sizeof(int (*)(int))", "8ull"},
+        {"sizeof(unsigned long)", "4ull"},
+        {"elementtype(double)", "9"},
+        {"elementtype(v)", "(ELEMENTTYPE v)"},
+    });
+    expectRefusals({
+        {"sizeof(int y)", "with unnecessary identifier 'y' in declarator of sizeof()"},
+        {"elementtype(int y)", "with unnecessary identifier 'y' in declarator of elementtype()"},
+        {"elementtype(a)", "invalid argument for operator elementtype()"},
+        {"elementtype(5)", "invalid argument for operator elementtype()"},
+    });
+}
+
+TEST_F(Parser, New) {
+    expectTrees({
+        {"new int", "(NEW <int>)"},
+        {"new int()", "(NEW <int>)"},
+        {"new int(5)", "(NEW (CAST <int> 5))"},
+        {"new int(a, b)", "(NEW (CAST <int> (COMMA a b)))"},
+        {"new unsigned int(a)", "(NEW (CAST <unsigned int> a))"},
+        {"new char *", "(NEW <pointer to char>)"},
+        {"p = new int(a) + 1", "(ASSIGN p (POINTER_ADD (NEW (CAST <int> a)) 1))"},
+    });
+    expectRefusals({
+        {"new 5", "missing type name after operator new"},
+        {"new int y", "with unnecessary identifier 'y' in operator new"},
+        {"new int (int)", "cannot allocate new function type "},
+        {"new int, int y", "additional variables are defined after operator 'new'"},
+    });
+}
+
+TEST_F(Parser, TypesOfArgumentsOfBuiltinFunctions) {
+    e_lang->warningLevel = 0;
+    expectTrees({
+        {"fprintf(NULL, \"\")", "(FPRINTF {NULL pointer} [\"\"])"},
+        {"memcpy(v, m, 3)", "(MEMCPY v m 3)"},
+        {"scanf(s, p, v, s)", "(SCANF [s p v s])"},
+        {"shape(m)", "(SHAPE m)"},
+        {"shape(m, 1)", "(SHAPE_EXTENT m 1)"},
+        {"strtok(NULL, s)", "(STRTOK {NULL pointer} s)"},
+        {"time(NULL)", "(TIME {NULL pointer})"},
+        {"string_t(x)", "(TO_STRING x)"},
+    });
+    expectRefusals({
+        {"fprintf(a, s)", "the first argument for fprintf() must be pointer to file"},
+        {"fscanf(a, s)", "the first argument for fscanf() must be pointer to file"},
+        {"fscanf(fp, a)", "argument 2 of fscanf() is not a single pointer or string "},
+        {"fscanf(fp, s, a)", "the argument 3 of fscanf() is not a pointer"},
+        {"scanf(a)", "argument 1 of scanf() is not a single pointer or string "},
+        {"scanf(s, a)", "argument 2 of scanf() is not a pointer"},
+        {"sscanf(s, a)", "argument 2 of sscanf() is not a single pointer or string "},
+        {"sscanf(s, s, pp)", "argument 3 of sscanf() is not a single pointer"},
+        {"stradd(a)", "argument 1 of stradd() is not a string "},
+        {"stradd(s, a)", "argument 2 of stradd() is not a single pointer"},
+        {"memcpy(a, p, 1)", "the first argument of memcpy() is not a pointer"},
+        {"memcpy(p, a, 1)", "the second argument of memcpy() is not a pointer"},
+        {"memset(a, 0, 1)", "the first argument of memset() is not a pointer"},
+        {"_asctime(p)", "argument of asctime() is not pointer to struct tm "},
+        {"_stat(s, p)", "2nd argument of stat() is not pointer to stat "},
+        {"ioctl(a, b, x)", "3rd argument of ioctl() is not integral or piinter data type"},
+        {"atexit(a)", "invalid argument for function atexit()"},
+        {"shape(a)", "found int where array is expected"},
+        {"transpose(x)", "found double where computational array is expected"},
+        {"complex(1, s)", "invalid data type for constructor complex( , )"},
+        {"dual(s, 1)", "invalid data type for constructor dual( , )"},
+        {"int(s)", "invalid argument for type constructor int()"},
+        {"string_t(p)", "the argument of string(arg) must be a string"},
+        {"strcmp(x, s)", "found double where string is expected"},
+    });
+    e_lang->warningLevel = 1;
+    EXPECT_EQ("WARNING: function gets() is dangerous and should not be used, use fgets()\n",
+              refusalOf("gets(s)"));
 }
 
 TEST_F(Parser, RefusedTexts) {
@@ -516,6 +627,39 @@ TEST_F(Parser, RefusedTexts) {
               refusalOf("((a * / b))"));
     EXPECT_EQ("ERROR: multiple operators together \nERROR: syntax error before )\n",
               refusalOf("(a * / b)"));
+}
+
+TEST_F(Parser, UndefinedNamesOfAConditionAreZero) {
+    addKeyword(KC_OPERATOR, "defined", OP_DEFINED);
+    EXPECT_EQ("(OR 0 a)", treeOf("nothing || a"));
+    EXPECT_EQ(0, errorFlag);
+    removeKeyword("defined", nameHash("defined"), keywordTable);
+}
+
+// Whatever the words, the parse ends, leaves no node and puts its cells back.
+TEST_F(Parser, WordsInAnyOrderLeaveNothingBehind) {
+    const char *words[] = {
+        "a",      "x",       "p",       "s",      "v",    "grid",        "m",      "+",
+        "-",      "*",       "&",       "=",      "+=",   "++",          "?",      ":",
+        ",",      "(",       ")",       "[",      "]",    ".",           "->",     "::",
+        "!",      "~",       "==",      "<<",     ">>",   "5",           "\"t\"",  "'c'",
+        "sizeof", "int",     "(int)",   "double", "new",  "strcmp(",     "printf", "scanf",
+        "sin(",   "fprintf", "fp",      "_puts",  "if",   ";",           "&&",     "(char *)",
+        "`",      "nothing", "_iskey(", ".*",     "NULL", "elementtype("};
+    resetContexts();
+    unsigned state = 1;
+    auto random = [&](unsigned limit) {
+        state = state * 1664525 + 1013904223;
+        return (state >> 16) % limit;
+    };
+    errorsOf([&] {
+        for (int n = 0; n < 20000 && !HasFailure(); n++) {
+            std::string text;
+            for (unsigned length = 1 + random(12); length > 0; length--)
+                text += std::string(words[random(std::size(words))]) + " ";
+            treeOf(text);
+        }
+    });
 }
 
 // ---- Here-documents -----------------------------------------------------------------------------
@@ -567,6 +711,10 @@ TEST_F(HereDocument, Refusals) {
               refusalOfFile("fprintf fp << 5\n"));
     EXPECT_EQ("ERROR: the first argument for fprintf() must be pointer to file\n" + position,
               refusalOfFile("fprintf a << END\nEND\n"));
+    EXPECT_EQ("ERROR: the first argument for fprintf() must be pointer to file\n" + position,
+              refusalOfFile("fprintf a << END\n$no is no code\nEND\n"));
+    EXPECT_EQ("ERROR: missing file stream after fprintf \n" + position,
+              refusalOfFile("fprintf nowhere << END\n$no is no code\nEND\n"));
     EXPECT_EQ("ERROR: variable 'no' in $no is undefined\n" + second, inText("$no"));
     EXPECT_EQ("ERROR: variable 'no' in ${no} is undefined\n" + second, inText("${no}"));
     EXPECT_EQ("ERROR: missing '}' in expression ${a\n" + second, inText("${a"));
