@@ -91,19 +91,15 @@ const char *comparedText(int type) {
     return type == DT_LINK ? "reference type" : dataTypeText(type);
 }
 
-bool isTextOrVoid(int type) { return isStringLike(type); }
-
-// Pairs that a value passes between with a conversion, or silently.
-bool convertsSilently(int left, int right) {
-    bool isNumber = isScalarNumeric(left) && (isScalarNumeric(right) || right == DT_NULL);
-    bool isVoidPointer =
-        isPointer(left) && isPointer(right) && (left == DT_P_VOID || right == DT_P_VOID);
-    return isNumber || isVoidPointer;
+bool isVoidPointerPair(int left, int right) {
+    return isPointer(left) && isPointer(right) && (left == DT_P_VOID || right == DT_P_VOID);
 }
 
+// Pairs that a value passes between with a conversion.
 bool converts(int left, int right) {
-    return convertsSilently(left, right) || (isPointer(left) && isPointer(right)) ||
-           (isTextOrVoid(left) && isTextOrVoid(right));
+    bool areNumbers = isScalarNumeric(left) && (isScalarNumeric(right) || right == DT_NULL);
+    return areNumbers || (isPointer(left) && isPointer(right)) ||
+           (isStringLike(left) && isStringLike(right));
 }
 
 void refuseFormal(const char *name, int position, const char *before, const char *after) {
@@ -143,7 +139,7 @@ void compareFormal(const FuncInfo *function, const TypeInfo *fresh, const TypeIn
                    comparedText(oldType), comparedText(freshType));
         return;
     }
-    if (convertsSilently(oldType, freshType))
+    if (isVoidPointerPair(oldType, freshType))
         return;
     auto report = converts(oldType, freshType) ? warnOfFormal : refuseFormal;
     report(nameOf(function), position, comparedText(oldType), comparedText(freshType));

@@ -327,6 +327,61 @@ TEST_F(DeclarationTest, Redeclarations) {
     });
 }
 
+// A function and a pointer that is to lead to it: where an argument is converted there is a
+// warning.
+TEST_F(DeclarationTest, ComparedPrototypes) {
+    struct {
+        const char *pointer, *function, *message;
+    } rows[] = {
+        {"int (*p)(int);", "int f(int);", ""},
+        {"int (*p)();", "int f(int);", ""},
+        {"int (*p)(double);", "int f(int);",
+         "WARNING: the data type of arg 1 of function p() is changed from double to int\n"},
+        {"int (*p)(int, int *);", "int f(int, char *);",
+         "WARNING: the data type of arg 2 of function p() is changed from pointer to int to "
+         "pointer "
+         "to char\n"},
+        {"int (*p)(void *);", "int f(int *);", ""},
+        {"int (*p)(string_t);", "int f(char *);",
+         "WARNING: the data type of arg 1 of function p() is changed from string to pointer to "
+         "char\n"},
+        {"int (*p)(int *);", "int f(int);",
+         "ERROR: the data type of arg 1 of function p() is changed from pointer to int to int\n"},
+        {"int (*p)(int);", "double f(int);",
+         "ERROR: the return data type of function p() is changed from int to double\n"},
+        {"int (*p)(int);", "int f(int, int);",
+         "ERROR: the number of arg of function p() is changed\n"},
+    };
+    e_lang->warningLevel = 1;
+    for (auto &row : rows) {
+        ASSERT_EQ(read(std::string(row.pointer) + row.function), "") << row.pointer;
+        TypeInfo *pointer = main.symbols();
+        EXPECT_EQ(errorsOf([=] { comparePrototypes(pointer, pointer->next); }), row.message)
+            << row.pointer << row.function;
+        clear();
+    }
+}
+
+TEST_F(DeclarationTest, OldStyleLists) {
+    e_lang->warningLevel = 0;
+    expectRows({
+        {"int f(a, b) double b; int *a;; int x;",
+         "f: int kind 11 (a: pointer to int, b: double) -> int; x: int"},
+        {"int f(a, b) int a;;",
+         "ERROR: unknown identifier 'b' in declaration of function f(),\n"
+         "       change undeclared identifier 'b' to 'int b' in function f(),\n"
+         "       or include a proper header file for typedefed data type 'b'\n"
+         "ERROR: syntax error at or before line 0 in file ''\n"
+         "  ==>: int f(a, b) int a;;\n  BUG: int f(a, b) int a;;<== ??? bug may be here\n"},
+        {"int f(a) int a, c;;",
+         "ERROR: parameter 'c' not in identifier list\n"
+         "ERROR: syntax error at or before line 0 in file ''\n"
+         "  ==>: int f(a) int a, c;;\n  BUG: int f(a) int a, c;;<== ??? bug may be here\n"},
+    });
+    e_lang->warningLevel = 2;
+    EXPECT_EQ(read("int f(a) int a;;"), "WARNING: old style definition of function f()\n");
+}
+
 TEST_F(DeclarationTest, Blocks) {
     read("int x, y;");
     enterInner();
