@@ -56,13 +56,22 @@ void skipToStatement() {
     pushedBack = !endOfInput;
 }
 
+// A constant that is left to be read belongs to nobody else.
+void dropPushedBackToken() {
+    if (pushedBack && tokenClass == TK_CONSTANT)
+        deleteValue(tokenValue.constant);
+    pushedBack = false;
+}
+
 // False: the parse gives up.
 bool recover() {
     parseOk = 0;
     showSyntaxError();
     dropStatement();
-    if (++syntaxErrors >= SYNTAX_ERROR_LIMIT || parseTop + 1 >= PARSE_STACK_SIZE)
+    if (++syntaxErrors >= SYNTAX_ERROR_LIMIT || parseTop + 1 >= PARSE_STACK_SIZE) {
+        dropPushedBackToken();
         return false;
+    }
     skipToStatement();
     return true;
 }
