@@ -198,7 +198,10 @@ int callFunction(ExprNode *node) {
     }
     FuncInfo *function = callee->functionLink;
     if (!function->body) {
-        runError("function %s() not defined", shownName(callee));
+        if (strcmp(shownName(callee), "main") == 0)
+            runError("function main() not defined");
+        else
+            runError("function '%s()' not defined", shownName(callee));
         dropArguments(node->right);
         return failCall(function->returnType);
     }
