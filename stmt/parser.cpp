@@ -213,8 +213,8 @@ void parseProgram(bool) {
         }
         parseStatement();
         if (!errorFlag)
-            finishStatement();
-        else if (!recover())
+            finishStatement();  // which reads the condition of a do
+        if (errorFlag && !recover())
             break;
     }
     returnToFileLevel();
