@@ -7,6 +7,8 @@ bool destructorSeen;
 bool classDeclared;
 uint32_t memberAccess = FLAG_PUBLIC;
 bool memberProtected;
+FunctionFile *functionFiles;
+bool inFunctionFile;
 int structCounter;
 
 void resetDeclState() {

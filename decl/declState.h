@@ -10,6 +10,16 @@ extern bool destructorSeen;        // a ~ was read: the function that follows is
 extern bool classDeclared;         // the word was class, not struct or union
 extern uint32_t memberAccess;      // FLAG_PUBLIC or FLAG_PRIVATE
 extern bool memberProtected;
+// A function file of the program.
+struct FunctionFile {
+    FunctionFile *next;
+    NameEntry *function;
+    const char *path;  // interned
+    enum State { HEAD_READ, PARSED, REFUSED } state;
+};
+extern FunctionFile *functionFiles;  // in the order in which they were found
+extern bool inFunctionFile;          // one is, or was, a source of the running parse
+
 extern int structCounter;  // numbers aggregates without a tag, for the life of the instance
 
 void resetDeclState();

@@ -91,6 +91,7 @@ public:
     // True if a function's body was entered.
     bool run(TypeInfo **last);
     TypeInfo *parseNamelessType();
+    TypeInfo *declareHead(const Specifiers &given, Declarator &declarator);
 
 private:
     bool beginDeclaration();
@@ -419,6 +420,18 @@ bool DeclarationParser::declareFunction(TypeInfo *&info, Declarator &declarator,
     return info && !errorFlag;
 }
 
+TypeInfo *DeclarationParser::declareHead(const Specifiers &given, Declarator &declarator) {
+    specifiers = given;
+    TypeInfo *info = completeType(declarator) ? makeRecord(declarator) : nullptr;
+    if (!info)
+        return nullptr;
+    nextToken();  // the (
+    if (readFunctionType(info, declarator))
+        return installFunction(info, declarator);
+    releaseTypeInfo(info);
+    return nullptr;
+}
+
 // ---- Objects ----------------------------------------------------------------------------------
 
 // What only an array or an initial value makes right.
@@ -594,6 +607,11 @@ bool declare(StmtNode *, int level, TagEntry **tagList, TypeInfo **symbolList, T
     if (count)
         *count += listLength(*symbolList) - before;
     return bodyFollows;
+}
+
+TypeInfo *declareHead(const Specifiers &specifiers, Declarator &declarator) {
+    return DeclarationParser(FILE_LEVEL, nullptr, &globalBlock->symbols(), CONTEXT_PLAIN)
+        .declareHead(specifiers, declarator);
 }
 
 TypeInfo *parseTypeName() {

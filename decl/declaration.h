@@ -58,6 +58,11 @@ struct Specifiers {
 // is pushed back. False after a message.
 bool parseSpecifiers(Specifiers &specifiers, DeclContext context, int level, TypeInfo *symbolList);
 
+// Declares a function of file level whose specifiers and declarator were read, from the ( on: the
+// head of a function file, whose body isn't entered. NULL after a message.
+struct Declarator;
+TypeInfo *declareHead(const Specifiers &specifiers, Declarator &declarator);
+
 // Reads the stars, & and const in front of a declarator. Gives the data type, updates the kind.
 int parsePointers(int dataType, TypeKind &kind, bool &constPointer);
 

@@ -3,10 +3,13 @@
 #include <cstring>
 #include <string>
 
+#include "decl/functionFiles.h"
+#include "embed/contextKeeper.h"
 #include "embed/kernel.h"
 #include "embed/scriptDriver.h"
 #include "expr/context.h"
-#include "front/lexer.h"
+#include "front/names.h"
+#include "front/sourceKeeper.h"
 #include "instance/report.h"
 #include "platform/files.h"
 #include "stmt/execute.h"
@@ -20,42 +23,12 @@ namespace {
 constexpr size_t SHORT_CODE_MAX = 5119;  // longer code doesn't fit the line buffer
 constexpr size_t SHOWN_CODE_MAX = 70;    // of the code in the name that messages show
 
-// What a parse in the middle of a run disturbs.
-struct ParserPlace {
-    bool fileMode = zy::fileMode, stringMode = zy::stringMode;
-    int16_t depth = sourceDepth;
-    int32_t line = currentLine;
-    StmtNode *statement = currentContext->statement;
-    ExprNode *chain = currentContext->chain;
-    uint16_t phase = currentContext->phase;
-
-    void restore() const {
-        zy::fileMode = fileMode;
-        zy::stringMode = stringMode;
-        sourceDepth = depth;
-        currentLine = line;
-        currentContext->statement = statement;
-        currentContext->chain = chain;
-        currentContext->phase = phase;
-    }
-};
-
-void enterSource(FILE *file, const std::string &name) {
-    stringMode = false;
-    fileMode = true;
-    sourceDepth = 0;
-    sourceFiles[0] = file;
-    sourceNames[0] = internFileName(name.c_str());
-    pushedBack = endOfInput = endOfFile = false;
-    runStatus = RUN_CLEAN;
-    currentLine = file ? 0 : 1;
-}
-
-void leaveSource(FILE *file) {
-    if (file)
-        fclose(file);
-    sourceFiles[0] = nullptr;
-    endOfFile = false;
+// A text goes into the line buffer whole.
+void enterText(const char *code, size_t length, const char *name) {
+    memcpy(lineBuffer, code, length + 1);
+    lineLength = static_cast<int16_t>(length);
+    linePos = 0;
+    enterSource(nullptr, name);
 }
 
 // The last file-level statement, NULL if there is none.
@@ -91,24 +64,17 @@ int runFrom(StmtNode *statement) {
     return result == 0 && e_lang->abortedRun ? 1 : result;
 }
 
-// Parses what stands in the line buffer or the file, and runs it.
-int append(FILE *file, const std::string &name, bool run) {
-    ParserPlace place;
-    unsigned char wasExecuting = executing;
+// Parses the source that was entered, and runs it.
+int append(bool run) {
     int level = e_lang->warningLevel;
-    enterSource(file, name);
-    if (file)
-        readSourceLine();
+    runStatus = RUN_CLEAN;
     if (!run)
         e_lang->warningLevel = 3;
     StmtNode *last = lastStatement();
     int result = parseMore();
     e_lang->warningLevel = level;
-    leaveSource(file);
     if (run && result == 0)
         result = runFrom(last ? last->next : globalBlock->operandA.statement);
-    executing = wasExecuting;
-    place.restore();
     return result;
 }
 
@@ -120,7 +86,10 @@ int appendFile(const char *path, bool run) {
         plainError("cannot open file '%s'", path);
         return -1;
     }
-    return append(file, path, run);
+    SourceKeeper source;
+    ContextKeeper context;
+    enterSource(file, internFileName(path));
+    return append(run);
 }
 
 // ---- Code as a text -----------------------------------------------------------------------------
@@ -160,13 +129,26 @@ int appendCode(const char *code, bool run) {
     size_t length = strlen(code);
     if (length >= SHORT_CODE_MAX || strchr(code, '\n'))
         return appendLongCode(code, run);
-    memcpy(lineBuffer, code, length + 1);
-    lineLength = static_cast<int16_t>(length);
-    linePos = 0;
-    return append(nullptr, "@string: " + std::string(code, strnlen(code, SHOWN_CODE_MAX)), run);
+    std::string name = "@string: " + std::string(code, strnlen(code, SHOWN_CODE_MAX));
+    SourceKeeper source;
+    ContextKeeper context;
+    enterText(code, length, internFileName(name.c_str()));
+    return append(run);
 }
 
 }  // namespace
+
+bool loadFunctionFile(NameEntry *name, const std::string &path) {
+    if (!checkFunctionFile(name, path))
+        return false;
+    unsigned char status = runStatus;
+    hideFileNames();
+    bool loaded = appendFile(path.c_str(), false) == 0;
+    restoreFileNames();
+    runStatus = status;
+    errorFlag = !loaded;
+    return loaded;
+}
 
 }  // namespace zy
 

@@ -3,60 +3,23 @@
 #include <cstring>
 #include <string>
 
+#include "embed/contextKeeper.h"
 #include "expr/calls.h"
 #include "expr/evaluator.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/thread.h"
-#include "front/lexer.h"
+#include "front/fileNames.h"
+#include "front/sourceKeeper.h"
 #include "instance/report.h"
 #include "stmt/execute.h"
 #include "stmt/parser.h"
-#include "stmt/program.h"
 #include "stmt/resolve.h"
+#include "stmt/stmtNode.h"
 
 namespace zy {
 
 namespace {
-
-// Where the parser and the running context stand, put back at the end.
-class SavedPlace {
-public:
-    SavedPlace() { memcpy(line, lineBuffer, static_cast<size_t>(length) + 1); }
-    SavedPlace(const SavedPlace &) = delete;
-    SavedPlace &operator=(const SavedPlace &) = delete;
-    ~SavedPlace() {
-        memcpy(lineBuffer, line, static_cast<size_t>(length) + 1);
-        lineLength = length;
-        linePos = position;
-        fileMode = inFile;
-        stringMode = inString;
-        endOfInput = inputEnded;
-        endOfFile = fileEnded;
-        pushedBack = heldBack;
-        currentLine = lineNumber;
-        sourceDepth = depth;
-        if (depth >= 0)
-            sourceNames[depth] = name;
-        context->statement = statement;
-        context->chain = chain;
-        context->phase = phase;
-        executing = running;
-    }
-
-private:
-    int16_t length = lineLength, position = linePos, depth = sourceDepth;
-    bool inFile = fileMode, inString = stringMode, inputEnded = endOfInput, fileEnded = endOfFile,
-         heldBack = pushedBack;
-    int32_t lineNumber = currentLine;
-    const char *name = sourceDepth >= 0 ? sourceNames[sourceDepth] : nullptr;
-    ExecContext *context = currentContext;
-    StmtNode *statement = context->statement;
-    ExprNode *chain = context->chain;
-    uint16_t phase = context->phase;
-    unsigned char running = executing;
-    char line[SOURCE_LINE_MAX];
-};
 
 void enterLine(const char *text, size_t length) {
     memcpy(lineBuffer, text, length);
@@ -107,6 +70,16 @@ int runTree(ExprNode *tree) {
     return result;
 }
 
+// Functions that the text calls and that have a prototype alone: their files are parsed now.
+bool findFunctions() {
+    parseOk = 1;
+    if (globalBlock && resolveFunctions(globalBlock->operandC.symbols, true))
+        parseProgram(true);
+    bool isComplete = !errorFlag && parseOk;
+    parseOk = 1;
+    return isComplete;
+}
+
 int refuseText(int caller) {
     pushValue(newZeroValue(DT_INT));
     if (caller == TEXT_OF_SCRIPT) {
@@ -119,14 +92,14 @@ int refuseText(int caller) {
 }  // namespace
 
 int evalText(const char *text, int caller) {
-    SavedPlace place;
+    SourceKeeper source;
+    ContextKeeper context;
     ExprNode *tree = parseText(text);
     if (!tree)
         return refuseText(caller);
-    if (globalBlock)
-        resolveFunctions(globalBlock->operandC.symbols, true);
-    int result = errorFlag ? -1 : runTree(tree);
-    if (errorFlag)
+    bool isComplete = findFunctions();
+    int result = isComplete ? runTree(tree) : -1;
+    if (!isComplete)
         pushValue(newZeroValue(DT_INT));
     errorFlag = 0;
     deleteNode(tree);
@@ -143,13 +116,10 @@ int declareText(const char *declaration, const char *tooLong) {
     constexpr size_t shown = 70;
     std::string text = prefix + std::string(declaration);
     std::string name = "@string: " + std::string(declaration, strnlen(declaration, shown));
-    SavedPlace place;
+    SourceKeeper source;
+    ContextKeeper context;
     enterLine(text.c_str(), text.size());
-    fileMode = true;
-    sourceDepth = 0;
-    sourceFiles[0] = nullptr;
-    sourceNames[0] = internFileName(name.c_str());
-    currentLine = 1;
+    enterSource(nullptr, internFileName(name.c_str()));
     runStatus = RUN_CLEAN;
     parseOk = 1;
     parseProgram(true);

@@ -40,8 +40,6 @@ void makeImplicitFunction(NameEntry *name);
 
 // ---- What other rooms define; expr/pendingParser.cpp stands in for them.
 
-// Loads the head of the function file of that name; false if there is none. decl/
-bool loadFunctionFile(NameEntry *name);
 // `defined` of an #if: its operand, as an int. front/preprocessor
 ExprNode *parseDefined();
 // A command between backquotes, the first of which is consumed. shell/

@@ -2,6 +2,7 @@
 // lists. A name is resolved here once and for all; the tree keeps its declaration.
 
 #include "decl/funcInfo.h"
+#include "decl/functionFiles.h"
 #include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
 #include "expr/parserParts.h"
@@ -77,12 +78,23 @@ ExprNode *refuseSubscript(ExprNode *operand) {
 // In an #if a name that means nothing is 0; the word `defined` exists as long as one is parsed.
 bool inCondition() { return keywordNamed("defined") != nullptr; }
 
+// A function that is called and not declared: its file tells what it is. In run mode there will be
+// no end of the parse, so all of the file is read now.
+void findFunction(NameEntry *name, bool runMode) {
+    std::string path;
+    bool hasFile = findFunctionFile(name->text, path);
+    bool isDeclared =
+        hasFile && (runMode ? loadFunctionFile(name, path) : declareFromFunctionFile(name, path));
+    // A wrong file is told of once: the calls of the function are read as of any other.
+    if (!isDeclared)
+        makeImplicitFunction(name);
+}
+
 ExprNode *unknownName(NameEntry *name, bool runMode) {
     if (startsStreamForm(name))
         return parsePrimary(newOperatorNode(keywordNamed(name->text)->code), runMode);
     if (followsAfterBlanks("(")) {
-        if (!loadFunctionFile(name))
-            makeImplicitFunction(name);
+        findFunction(name, runMode);
         if (name->symbol)
             return newSymbolNode(name->symbol);
     } else if (inCondition()) {

@@ -6,8 +6,6 @@
 
 namespace zy {
 
-__attribute__((weak)) bool loadFunctionFile(NameEntry *) { return false; }
-
 __attribute__((weak)) ExprNode *parseDefined() {
     parseError("invalid operand for defined() operation ");
     return nullptr;

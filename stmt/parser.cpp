@@ -2,8 +2,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "decl/declaration.h"
+#include "decl/functionFiles.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/parser.h"
@@ -96,18 +98,20 @@ bool isBareMain(const NameEntry *name) {
 }
 
 void insertIntBeforeMain() {
-    constexpr int inserted = 4;
     constexpr int nameLength = 4;
     int start = linePos - nameLength;
     while (start > 0 && strncmp(lineBuffer + start, "main", nameLength) != 0)
         start--;
-    if (lineLength + inserted >= SOURCE_LINE_MAX) {
+    std::string head = std::string("int ") + bareMainName();
+    int added = static_cast<int>(head.size()) - nameLength;
+    if (lineLength + added >= SOURCE_LINE_MAX) {
         errorFlag = 1;
         return;
     }
-    memmove(lineBuffer + start + inserted, lineBuffer + start, lineLength - start + 1);
-    memcpy(lineBuffer + start, "int ", inserted);
-    lineLength = static_cast<int16_t>(lineLength + inserted);
+    char *rest = lineBuffer + start + nameLength;
+    memmove(rest + added, rest, strlen(rest) + 1);
+    memcpy(lineBuffer + start, head.data(), head.size());
+    lineLength = static_cast<int16_t>(lineLength + added);
     linePos = static_cast<int16_t>(start);
     pushedBack = false;
 }
@@ -218,6 +222,7 @@ void parseProgram(bool) {
             break;
     }
     returnToFileLevel();
+    leaveFunctionFiles();
     deleteNode(pendingCases);
     pendingCases = nullptr;
 }

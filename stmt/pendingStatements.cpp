@@ -1,8 +1,7 @@
-// Stand-ins for what other issues bring: commands, longjmp, function files.
+// Stand-ins for what other issues bring: commands, longjmp.
 
 #include "instance/report.h"
 #include "stmt/arms.h"
-#include "stmt/resolve.h"
 
 namespace zy {
 
@@ -15,7 +14,5 @@ void runLongjmp(ExecContext *context, StmtNode *statement) {
     runError("undefined operation");
     moveTo(context, statement->next);
 }
-
-bool continueWithFunctionFile(TypeInfo *) { return false; }
 
 }  // namespace zy

@@ -5,6 +5,7 @@
 
 #include "decl/declState.h"
 #include "decl/funcInfo.h"
+#include "decl/functionFiles.h"
 #include "decl/typeInfo.h"
 #include "expr/context.h"
 #include "expr/nodes.h"
@@ -160,6 +161,7 @@ void releaseFunctionBody(FuncInfo *function) {
 }
 
 void releaseProgram() {
+    releaseFunctionFiles();
     if (!rootStmt)
         return;
     releaseBlock(globalBlock);
@@ -170,25 +172,6 @@ void releaseProgram() {
     parseTop = -1;
     releaseSourceLines();
     releaseKeptTexts();
-}
-
-// ---- File names ---------------------------------------------------------------------------------
-
-const char *internFileName(const char *name) {
-    for (const NameCell *cell = e_lang->fileNameList; cell; cell = cell->next)
-        if (strcmp(cell->text, name) == 0)
-            return cell->text;
-    auto *cell = new NameCell{e_lang->fileNameList, copyString(name)};
-    e_lang->fileNameList = cell;
-    return cell->text;
-}
-
-void releaseFileNames() {
-    while (NameCell *cell = e_lang->fileNameList) {
-        e_lang->fileNameList = cell->next;
-        free(cell->text);
-        delete cell;
-    }
 }
 
 // ---- Start --------------------------------------------------------------------------------------

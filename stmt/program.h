@@ -1,6 +1,7 @@
 // A parsed program: its root, main block, labels. One program is held at a time.
 #pragma once
 
+#include "front/fileNames.h"
 #include "stmt/stmtNode.h"
 
 namespace zy {
@@ -30,11 +31,6 @@ struct CaseGroup {
     uint32_t kind;     // NODE_CASE_GROUP
     StmtNode *first;   // a place in the one list of the switch's body
 };
-
-// The one copy of a file's name, which lives as long as the instance: statements and the source
-// stack refer to it.
-const char *internFileName(const char *name);
-void releaseFileNames();
 
 // A fresh program with an empty main block, entered on the parse stack.
 void newProgram();

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "decl/funcInfo.h"
+#include "decl/functionFiles.h"
 #include "decl/structInfo.h"
 #include "expr/scope.h"
 #include "front/lexerState.h"
@@ -20,7 +21,7 @@ const char *shownTag(const char *name) {
 }
 
 bool isUnresolvedFunction(const TypeInfo *symbol) {
-    return symbol->kind == KIND_FUNCTION && symbol->used && symbol->functionLink &&
+    return symbol->name && symbol->kind == KIND_FUNCTION && symbol->used && symbol->functionLink &&
            !symbol->functionLink->body;
 }
 
@@ -53,25 +54,44 @@ void warnOfUndefined(const TypeInfo *symbol) {
         plainWarning("extern variable '%s' not defined", name);
 }
 
+// Opens the file of one of the functions that wait for a body. Those whose files are to come may
+// bring others along, so nothing is missing before all have been read.
+bool openFunctionFile(const TypeInfo *list) {
+    for (const TypeInfo *symbol = list; symbol; symbol = symbol->next)
+        if (isUnresolvedFunction(symbol) &&
+            continueWithFunctionFile(symbol) == FUNCTION_FILE_OPENED)
+            return true;
+    return false;
+}
+
+// What has been told of: the message would come again at the next text.
+void dropMissing(TypeInfo *&list, TypeInfo *symbol) {
+    if (!fileMode && !stringMode)
+        removeSymbol(symbol, &list);
+}
+
+void checkFunction(TypeInfo *&list, TypeInfo *symbol, bool isGlobal) {
+    if (!isGlobal) {
+        warnOfMissing(symbol);
+    } else if (continueWithFunctionFile(symbol) == FUNCTION_FILE_NONE) {
+        reportMissing(symbol);
+        dropMissing(list, symbol);
+    } else {  // its file is wrong
+        parseOk = 0;
+    }
+}
+
 }  // namespace
 
 bool resolveFunctions(TypeInfo *&list, bool isGlobal) {
-    for (TypeInfo *symbol = list; symbol;) {
-        TypeInfo *next = symbol->next;
-        if (!symbol->name) {
-            symbol = next;
-            continue;
-        }
-        if (!isUnresolvedFunction(symbol)) {
+    if (isGlobal && openFunctionFile(list))
+        return true;
+    for (TypeInfo *symbol = list, *next = nullptr; symbol; symbol = next) {
+        next = symbol->next;
+        if (isUnresolvedFunction(symbol))
+            checkFunction(list, symbol, isGlobal);
+        else if (symbol->name)
             warnOfUndefined(symbol);
-        } else if (!isGlobal) {
-            warnOfMissing(symbol);
-        } else {
-            if (continueWithFunctionFile(symbol))
-                return true;
-            reportMissing(symbol);
-        }
-        symbol = next;
     }
     return false;
 }

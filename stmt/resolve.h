@@ -10,8 +10,4 @@ namespace zy {
 // was found: the parser goes on with it.
 bool resolveFunctions(TypeInfo *&list, bool isGlobal);
 
-// Defined by the functions' room: opens the function file of a symbol as the next source, true if
-// there is one.
-bool continueWithFunctionFile(TypeInfo *symbol);
-
 }  // namespace zy

@@ -4,6 +4,7 @@
 # absent), NAME.rc (exit status, 0 if absent). A script runs for at most some seconds.
 zy=$(realpath "$1")
 cd "$2" || exit 2
+[ -d home ] && export ZYHOME=$PWD/home # a topic may need a start-up file of its own
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 passed=0 failed=0
