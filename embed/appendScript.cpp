@@ -70,6 +70,8 @@ int append(bool run) {
     runStatus = RUN_CLEAN;
     if (!run)
         e_lang->warningLevel = 3;
+    if (sourceFiles[0])
+        readSourceLine();
     StmtNode *last = lastStatement();
     int result = parseMore();
     e_lang->warningLevel = level;
