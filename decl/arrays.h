@@ -10,8 +10,28 @@ namespace zy {
 bool parseArrayDeclarator(TypeInfo *info, bool isParameter, int hasPointerPrefix,
                           TypeInfo *parameterList);
 
+// Where a declarator of an array stands.
+struct ArrayPlace {
+    DeclContext context;
+    int level;
+    bool hasPrefix;  // (*name)[...]
+    bool fortranOrder;
+};
+// Refuses the arrays that can't stand there; makes those of a (*name) form pointers. False after a
+// message.
+bool applyArrayPlace(TypeInfo *info, const ArrayPlace &place);
+
+// The dimension that the pointer to an array counts its arrays by.
+void addPointerDimension(TypeInfo *info);
+
+// Of an array whose bounds are computed: the statement that gives it its storage, in front of the
+// one being parsed.
+void addDeferredStep(TypeInfo *info);
+
 // Whether the extents come from the argument.
 bool isAssumedShape(const TypeInfo *info);
+// Whether a bound is computed when the declaration runs.
+bool isDeferred(const TypeInfo *info);
 
 // A computational array that was declared without a [, by & or *, gets the shape of its argument.
 // False after a message if memory is exhausted.

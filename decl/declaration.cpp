@@ -106,6 +106,8 @@ private:
     TypeInfo *makeRecord(const Declarator &declarator);
     void takeTypedefParts(TypeInfo *info);
 
+    bool parseArray(TypeInfo *info, const Declarator &declarator, TypeInfo *list);
+    bool parseArrayOfFunctions(TypeInfo *info, const Declarator &declarator);
     bool parsePointerToFunction(TypeInfo *info, const Declarator &declarator);
     bool belongsToFile(const Declarator &declarator) const;
     bool readFunctionType(TypeInfo *info, const Declarator &declarator);
@@ -257,8 +259,12 @@ void DeclarationParser::takeTypedefParts(TypeInfo *info) {
         return;
     constexpr int inherited = QUALIFIER_CONST | QUALIFIER_CONST_POINTER;
     info->qualifiers |= type->qualifiers & inherited;
-    if (type->arrayLink)
+    if (type->arrayLink) {
         info->arrayLink = copyArrayInfo(type->arrayLink);
+        if (info->kind != type->kind &&
+            (info->kind == KIND_P_C_ARRAY || info->kind == KIND_P_ARRAY))
+            addPointerDimension(info);
+    }
     if (type->kind >= KIND_FUNCTION && type->functionLink)
         info->functionLink = copyFuncInfo(type->functionLink, info);
     if (type->kind >= KIND_FUNCTION && type->pointerFunction)
@@ -320,7 +326,7 @@ bool DeclarationParser::declareOne(TypeInfo **last, bool &bodyFollows) {
     bool done = true;
     nextToken();
     if (isChar('[')) {
-        done = parseArrayDeclarator(info, context == CONTEXT_PARAMETER, declarator.stars, list);
+        done = parseArray(info, declarator, list);
     } else if (isChar('(') && declarator.stars > 0 && !declarator.open) {
         done = parsePointerToFunction(info, declarator);
     } else if (isChar('(')) {
@@ -339,15 +345,36 @@ bool DeclarationParser::declareOne(TypeInfo **last, bool &bodyFollows) {
     return done;
 }
 
+// ---- Arrays -----------------------------------------------------------------------------------
+
+// With the [ consumed.
+bool DeclarationParser::parseArray(TypeInfo *info, const Declarator &declarator, TypeInfo *list) {
+    bool isInside = declarator.open;  // (*name[3])(int): the stars belong to the elements
+    int prefix = isInside ? 0 : declarator.stars;
+    if (!parseArrayDeclarator(info, context == CONTEXT_PARAMETER, prefix, list))
+        return false;
+    if (isInside && !parseArrayOfFunctions(info, declarator))
+        return false;
+    return applyArrayPlace(info, {context, level, prefix > 0, specifiers.fortranOrder});
+}
+
+bool DeclarationParser::parseArrayOfFunctions(TypeInfo *info, const Declarator &declarator) {
+    if (!expectChar(')', true) || !expectChar('(', true))
+        return false;
+    return parsePointerToFunction(info, declarator);
+}
+
 // ---- Functions --------------------------------------------------------------------------------
 
 // int (*p)(int), with the second ( consumed: the prototype hangs on the pointer's record.
 bool DeclarationParser::parsePointerToFunction(TypeInfo *info, const Declarator &declarator) {
     int noStars = 0;
+    const int8_t kind = info->kind;
+    const int dataType = info->dataType;
     info->kind = specifiers.kind;
     parseFunctionDeclarator(info, declarator.dataType, level, noStars);
-    info->kind = declarator.kind;
-    info->dataType = declarator.dataType;
+    info->kind = kind;
+    info->dataType = dataType;
     return !errorFlag;
 }
 
@@ -471,8 +498,14 @@ bool DeclarationParser::declareObject(TypeInfo *&info, const Declarator &declara
         return false;
     }
     install(info, declarator.existing);
-    if (!errorFlag && isInitialised)
+    if (!errorFlag && isDeferred(info) && context == CONTEXT_PLAIN) {
+        if (isInitialised)
+            parseError("initialize deferred-shape array");
+        else if (info->storage != STORAGE_EXTERN && info->storage != STORAGE_TYPEDEF)
+            addDeferredStep(info);
+    } else if (!errorFlag && isInitialised) {
         initialise(info);
+    }
     if (!errorFlag)
         return true;
     if (info != declarator.existing)
@@ -587,7 +620,7 @@ TypeInfo *DeclarationParser::parseNamelessType() {
     bool done = true;
     nextToken();
     if (isChar('['))
-        done = parseArrayDeclarator(info, false, declarator.stars, nullptr);
+        done = parseArray(info, declarator, nullptr);
     else if (isChar('(') && declarator.stars > 0)
         done = parsePointerToFunction(info, declarator);
     else

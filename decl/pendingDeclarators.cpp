@@ -1,18 +1,12 @@
-// Parts of the declaration parser that don't exist yet refuse their text: array declarators, bodies
+// Parts of the declaration parser that don't exist yet refuse their text: bodies
 // of aggregates, qualified names, and the comparison of prototypes.
 
 #include "decl/aggregates.h"
-#include "decl/arrays.h"
 #include "decl/functions.h"
 #include "front/lexer.h"
 #include "instance/report.h"
 
 namespace zy {
-
-bool parseArrayDeclarator(TypeInfo *info, bool, int, TypeInfo *) {
-    parseError("array '%s' cannot be declared", info->name ? info->name->text : "");
-    return false;
-}
 
 bool parseStructBody(TagEntry **, Symbol *tag, int, AggregateKind) {
     parseError("struct/class/union '%s' cannot be defined", plainTagName(tag));

@@ -8,6 +8,7 @@
 #include "decl/structInfo.h"
 #include "expr/scope.h"
 #include "instance/report.h"
+#include "numeric/arrayValue.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 
@@ -131,11 +132,7 @@ bool isHandlerConstant(const TypeInfo *target) {
 
 // The function that a cell designates. A pointer that points to a local function stands for itself:
 // the call finds out what it is bound to.
-void readFunction(Value *value, TypeInfo *symbol, const VarCell *cell, bool subscripted) {
-    if (subscripted) {
-        value->payload.p = cell->data.p;
-        return;
-    }
+void readFunction(Value *value, TypeInfo *symbol, const VarCell *cell) {
     const auto *function = static_cast<const FuncInfo *>(cell->data.p);
     TypeInfo *target = function ? function->owner : nullptr;
     bool isVariable = symbol->kind >= KIND_P_FUNCTION;
@@ -149,7 +146,7 @@ void refreshErrno(const TypeInfo *symbol, VarCell *cell) {
 }
 
 // False after a message for a cell that holds nothing a Value can.
-bool readCell(Value *value, TypeInfo *symbol, VarCell *cell, bool subscripted) {
+bool readCell(Value *value, TypeInfo *symbol, VarCell *cell) {
     int type = cell->type;
     value->kind = NODE_VALUE;
     value->type = type;
@@ -158,7 +155,7 @@ bool readCell(Value *value, TypeInfo *symbol, VarCell *cell, bool subscripted) {
     } else if (isClassLike(type)) {
         viewObject(value, symbol, cell);
     } else if (type == DT_FUNCTION || type == DT_P_FUNCTION) {
-        readFunction(value, symbol, cell, subscripted);
+        readFunction(value, symbol, cell);
     } else if (type == DT_STRING) {
         value->payload.text = copyString(cell->data.text);
     } else if (payloadWidth(type) != 0) {
@@ -175,14 +172,12 @@ bool readCell(Value *value, TypeInfo *symbol, VarCell *cell, bool subscripted) {
     return true;
 }
 
-// A reference, or an element, may hold another type than its variable declares.
-void applyDeclaredType(Value *value, const TypeInfo *symbol, bool subscripted) {
-    int declared = subscripted ? symbol->dataType : dataTypeOf(symbol);
+// A reference may hold another type than its variable declares.
+void applyDeclaredType(Value *value, const TypeInfo *symbol) {
+    int declared = dataTypeOf(symbol);
     int found = value->type;
     if (declared == found || found == DT_FUNCTION || found == DT_P_FUNCTION)
         return;
-    if (subscripted && isArrayLike(found))
-        return;  // a part of the array, not an element
     if (declared == DT_STRING && found == DT_P_CHAR)
         return;
     if (!convertScalar(value, declared))
@@ -196,39 +191,22 @@ void pushZero(int type) {
 
 }  // namespace
 
-void fetchVariable(TypeInfo *symbol, int code) {
-    bool subscripted = code != 0;
-    VarCell *cell = subscripted ? subscriptedCell(symbol, code) : findVarCell(symbol);
-    if (!cell) {
-        pushZero(symbol->dataType);
+void fetchVariable(TypeInfo *symbol, int) {
+    VarCell *cell = findVarCell(symbol);
+    Value *value = newValue();
+    if (value && readCell(value, symbol, cell)) {
+        applyDeclaredType(value, symbol);
+        pushValue(value);
         return;
     }
-    Value *value = newValue();
-    if (value && readCell(value, symbol, cell, subscripted)) {
-        applyDeclaredType(value, symbol, subscripted);
-        pushValue(value);
-    } else {
-        if (value)
-            recycleValue(value);
-        pushZero(symbol->dataType);
-    }
-    if (subscripted)
-        free(cell);
+    if (value)
+        recycleValue(value);
+    pushZero(symbol->dataType);
 }
 
 // ---- Through a pointer ------------------------------------------------------------------------
 
 namespace {
-
-Value *viewOfArray(const Value *array) {
-    Value *view = newValue();
-    if (!view)
-        return nullptr;
-    *view = *array;
-    view->next = nullptr;
-    view->ownership = ARRAY_VIEW;
-    return view;
-}
 
 // An object, or a pointer to one, keeps what is known of the class.
 void loadClassTarget(Value *value, const Value *pointer, int target) {
@@ -258,7 +236,7 @@ bool loadTarget(Value *value, const Value *pointer, int target) {
 
 Value *derefValue(Value *pointer) {
     if (isArrayLike(pointer->type))
-        return viewOfArray(pointer);
+        return derefArray(pointer);
     if (!isPointer(pointer->type)) {
         runError("unsupported data type for indirection operation *");
         return newZeroValue(DT_INT);

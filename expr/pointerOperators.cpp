@@ -3,7 +3,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "expr/elementOperators.h"
 #include "expr/evaluator.h"
+#include "expr/nodeClasses.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
@@ -11,6 +13,7 @@
 #include "expr/typeQueries.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
+#include "numeric/subscripts.h"
 
 namespace zy {
 
@@ -117,12 +120,27 @@ Value *addressOfFunction(TypeInfo *symbol) {
 
 }  // namespace
 
+namespace {
+
+Value *addressOfReference(ExprNode *node) {
+    Element element;
+    if (!findElement(node, ElementUse::ADDRESS, element))
+        return nullptr;
+    Value *address = addressOfElement(node, element);
+    releaseElement(element);
+    return address;
+}
+
+}  // namespace
+
 Value *addressOf(ExprNode *inner) {
     if (TypeInfo *symbol = variableOf(inner))
         return symbol->kind == KIND_FUNCTION ? addressOfFunction(symbol)
                                              : addressOfVariable(symbol);
     if (inner->kind == NODE_OPERATOR && inner->op == OP_INDIRECTION)
         return popValue();
+    if (inner->kind == NODE_OPERATOR && isSubscript(inner->op))
+        return addressOfReference(inner);
     runError("unsupported data type for address operation &");
     return nullptr;
 }
@@ -143,10 +161,8 @@ void addressOperator(ExprNode *node) {
 // ---- Elements -----------------------------------------------------------------------------------
 
 void arrayReference(ExprNode *node) {
-    if (TypeInfo *symbol = variableOf(node->left))
-        fetchVariable(symbol, node->op);
-    else
-        undefinedOperation(node);
+    node->routine = elementRoutine(node);
+    node->routine(node);
 }
 
 }  // namespace zy

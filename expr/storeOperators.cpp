@@ -5,6 +5,7 @@
 
 #include "expr/calls.h"
 #include "expr/compoundFamilies.h"
+#include "expr/elementOperators.h"
 #include "expr/evaluator.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
@@ -124,12 +125,21 @@ void assignPlainConstant(ExprNode *node) {
 
 }  // namespace
 
+void assignGeneral(ExprNode *node) {
+    if (isConverting(node))
+        assignConverted(node);
+    else
+        assignAny(node);
+}
+
 void assignOperator(ExprNode *node) {
     bool constant = standsInPlace(node->right);
     if (isPlainTarget(node->left) && isReal(treeType(node->right)))
         node->routine = constant ? assignPlainConstant : assignPlain;
+    else if (NodeRoutine routine = elementAssignRoutine(node))
+        node->routine = routine;
     else
-        node->routine = isConverting(node) ? assignConverted : assignAny;
+        node->routine = assignGeneral;
     node->routine(node);
 }
 

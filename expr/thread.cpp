@@ -18,6 +18,7 @@
 #include "expr/routineChoice.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/subscripts.h"
 
 namespace zy {
 
@@ -37,6 +38,8 @@ public:
     // they stand, or run as nodes.
     void read(ExprNode *tree) { waiting.push_back({tree, false}); }
     void keep(ExprNode *tree) { waiting.push_back({tree, true}); }
+    // Subscripts but those that are read where they stand.
+    void subscripts(ExprNode *list);
     // The subscripts and pointers of an assignment's target.
     void target(const ExprNode *tree);
 
@@ -96,7 +99,7 @@ void threadSubscript(ChainBuilder &chain, ExprNode *node) {
     chain.emit(node);
     if (isOperator(node->left))
         chain.read(node->left);
-    chain.keep(node->right);
+    chain.subscripts(node->right);
 }
 
 // ---- On demand
@@ -350,14 +353,20 @@ Threading threadingOf(int op) {
     return threadAll;
 }
 
+void ChainBuilder::subscripts(ExprNode *list) {
+    for (ExprNode *cell = list; cell; cell = cell->next)
+        if (!standsAsSubscript(cell->item))
+            keep(cell->item);
+}
+
 void ChainBuilder::target(const ExprNode *tree) {
     if (!isOperator(tree))
         return;
     int op = tree->op;
     if (isSubscript(op) || isMotionElement(op)) {
-        keep(tree->right);
         if (isOperator(tree->left))
             read(tree->left);
+        subscripts(tree->right);
     } else if (isPart(op)) {
         target(tree->left);
     } else if (op == OP_INDIRECTION || isMember(op)) {

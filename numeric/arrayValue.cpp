@@ -55,6 +55,52 @@ Value *copyArrayValue(const Value *array, int elementType) {
     return copy;
 }
 
+// ---- * ------------------------------------------------------------------------------------------
+
+namespace {
+
+Value *firstElement(const Value *array) {
+    int type = array->payload2.elementType;
+    Value *value = newZeroValue(type);
+    if (!value)
+        return nullptr;
+    if (isNullAddress(array->payload.p)) {
+        runWarning("Pointer operation *ptr where ptr = NULL, 0 is assigned to *ptr");
+    } else if (type == DT_STRUCT) {
+        value->payload.p = array->payload.p;
+        value->noFree = 1;
+    } else if (!loadElement(value, array->payload.p, type)) {
+        value->payload.bits = value->payload2.bits = 0;
+    }
+    return value;
+}
+
+}  // namespace
+
+Value *derefArray(const Value *array) {
+    const ShapeNode *first = array->shape;
+    if (array->type != DT_PP_CARRAY && (!first || !first->next))
+        return firstElement(array);
+    Value *view = newZeroValue(DT_CARRAY);
+    if (!view)
+        return nullptr;
+    view->payload2.elementType = array->payload2.elementType;
+    view->payload.p = array->payload.p;
+    if (array->type == DT_PP_CARRAY) {
+        view->type = DT_P_CARRAY;
+        view->shape = array->shape;
+        view->count = array->count;
+        if (array->payload.p)
+            memcpy(&view->payload.p, array->payload.p, sizeof(void *));
+        return view;
+    }
+    if (array->type == DT_ARRAY || array->type == DT_P_ARRAY)
+        view->type = DT_ARRAY;
+    view->shape = first->next;
+    view->count = first->extent.stride;
+    return view;
+}
+
 // ---- Elements -----------------------------------------------------------------------------------
 
 namespace {

@@ -16,6 +16,10 @@ Value *newArrayLike(const Value *model, int elementType);
 // A copy that owns what it has, with the elements converted if their type differs. NULL as above.
 Value *copyArrayValue(const Value *array, int elementType);
 
+// What `*` gives of an array: its first element, or of more than one dimension the first part, a
+// view whose elements and shape are the array's. NULL after a message.
+Value *derefArray(const Value *array);
+
 // Elements in memory of their own; zeroed if `cleared`, and for texts. NULL after a message if
 // there is no such memory. A block is never empty.
 void *newElements(uint32_t count, size_t elementBytes, bool cleared);

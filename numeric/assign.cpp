@@ -11,6 +11,7 @@
 #include "instance/report.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
+#include "numeric/subscripts.h"
 #include "startup/systemSlots.h"
 
 namespace zy {
@@ -205,6 +206,10 @@ bool bindFunction(VarCell *cell, const Value *value) {
 }
 
 }  // namespace
+
+void storeFunctionPointer(void *address, const Value *value) {
+    putPointer(address, functionOf(value));
+}
 
 bool storeInCell(VarCell *cell, const Value *value) {
     if (cell->type == DT_P_FUNCTION)
@@ -424,6 +429,18 @@ void assignPart(ExprNode *target, ExprNode *valueNode) {
         runError("undefined operation");
 }
 
+// ---- Elements -----------------------------------------------------------------------------------
+
+void assignElement(ExprNode *target, ExprNode *valueNode) {
+    Element element;
+    bool found = findElement(target, ElementUse::WRITE, element);
+    Source source(valueNode);
+    if (found && source)
+        storeInElement(target, element, source.get());
+    if (found)
+        releaseElement(element);
+}
+
 // ---- Dispatch -----------------------------------------------------------------------------------
 
 void assignToOperator(ExprNode *target, ExprNode *value) {
@@ -433,8 +450,12 @@ void assignToOperator(ExprNode *target, ExprNode *value) {
         case OP_IMAG_FLOAT:
         case OP_REAL_DOUBLE:
         case OP_IMAG_DOUBLE: assignPart(target, value); break;
+        case OP_SUBSCRIPT_POINTER:
+        case OP_SUBSCRIPT_POINTER2:
+        case OP_SUBSCRIPT_POINTER3:
+        case OP_SUBSCRIPT: assignElement(target, value); break;
         default: {
-            // Elements and members come with arrays and aggregates.
+            // Members come with aggregates.
             Source source(value);
             runError("undefined operation");
         }

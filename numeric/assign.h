@@ -19,6 +19,8 @@ enum class StorePlace { VARIABLE, ELEMENT };
 bool storeScalar(void *address, int type, const Value *value, StorePlace place);
 // The same into a variable's cell, by the cell's type.
 bool storeInCell(VarCell *cell, const Value *value);
+// What a pointer to function in memory is: the declaration that it points to.
+void storeFunctionPointer(void *address, const Value *value);
 // By the pointed-to type of a pointer's data type; a message for one that can't be stored through.
 void storeByPointerType(void *address, const Value *value, int pointerType);
 // A variable's value through a pointer.

@@ -1,16 +1,10 @@
-// Stand-ins. A subscript refuses, so that callers take the way of one that cannot be done; elements
-// are converted one at a time.
+// A stand-in: elements are converted one at a time.
 
 #include "instance/report.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 
 namespace zy {
-
-__attribute__((weak)) VarCell *subscriptedCell(TypeInfo *, int) {
-    runError("undefined array reference operation");
-    return nullptr;
-}
 
 __attribute__((weak)) int convertElements(void *destination, const void *source, uint32_t count,
                                           int target, int sourceType) {

@@ -54,9 +54,6 @@ enum ArrayOwnership : uint8_t {
 bool isArrayLike(int dataType);
 // Releases what the array fields own, not the Value.
 void releaseArrayValue(Value *value);
-// A new cell for what an array reference of a variable selects, subscripts taken from the value
-// stack. NULL after a message if there is none. The cell is the caller's, its contents are not.
-VarCell *subscriptedCell(TypeInfo *symbol, int code);
 // Releases the texts of an array of strings.
 void releaseElements(void *data, uint32_t count, int elementType);
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "expr/evaluator.h"
+#include "expr/constantTrees.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
@@ -75,31 +75,6 @@ void parseSwitch(StmtNode *statement) {
 
 namespace {
 
-bool isConstantTree(const ExprNode *tree) {
-    if (!tree || constantOf(tree))
-        return true;
-    if (tree->kind != NODE_OPERATOR || tree->op >= OP_PRINT_LIST)
-        return tree->kind == NODE_OPERATOR && tree->op == OP_CAST && isConstantTree(tree->right);
-    return isConstantTree(tree->left) && isConstantTree(tree->right) &&
-           isConstantTree(tree->third) && isConstantTree(tree->fourth);
-}
-
-// The value of a constant expression, which is evaluated now; takes the tree.
-int constantValue(ExprNode *tree) {
-    int number = 0;
-    if (const Value *constant = constantOf(tree)) {
-        number = static_cast<int>(readSigned64(constant));
-    } else {
-        runNested(compileChain(tree, nullptr, true));
-        if (Value *value = popValue()) {
-            number = static_cast<int>(readSigned64(value));
-            deleteValue(value);
-        }
-    }
-    deleteNode(tree);
-    return number;
-}
-
 ExprNode *parseIntegralLabel() {
     ExprNode *tree = parseTree();
     if (errorFlag || !isIntegral(treeType(tree)) || !isConstantTree(tree)) {
@@ -107,7 +82,9 @@ ExprNode *parseIntegralLabel() {
         parseError("not integral value after case");
         return nullptr;
     }
-    return newIntNode(constantValue(tree));
+    ExprNode *label = newIntNode(evaluateConstant(tree));
+    deleteNode(tree);
+    return label;
 }
 
 ExprNode *parseTextLabel() {
