@@ -352,9 +352,9 @@ TEST_F(EvaluatorTest, AddressesLeadBackToTheirVariables) {
     ExprNode *s = variable(text);
     EXPECT_EQ(evaluate(apply(OP_ADDRESS, s))->payload.p, &cellOf(s)->data);
     EXPECT_EQ(currentContext->stack->type, unsigned{DT_P_STRING});
-    ExprNode *element = apply(OP_SUBSCRIPT, apply(OP_ADDRESS, copyOf(x)));
+    ExprNode *sum = apply(OP_ADD_INT, copyOf(x), copyOf(x));
     EXPECT_EQ(
-        errorsOf([&] { evaluate(apply(OP_ADDRESS, element)); }),
+        errorsOf([&] { evaluate(apply(OP_ADDRESS, sum)); }),
         std::string("ERROR: unsupported data type for address operation &\n") + errorPosition);
 }
 
