@@ -352,9 +352,9 @@ TEST_F(EvaluatorTest, AddressesLeadBackToTheirVariables) {
     ExprNode *s = variable(text);
     EXPECT_EQ(evaluate(apply(OP_ADDRESS, s))->payload.p, &cellOf(s)->data);
     EXPECT_EQ(currentContext->stack->type, unsigned{DT_P_STRING});
-    ExprNode *sum = apply(OP_ADD_INT, copyOf(x), copyOf(x));
+    ExprNode *part = apply(OP_MOTION_ELEMENT1, copyOf(x));
     EXPECT_EQ(
-        errorsOf([&] { evaluate(apply(OP_ADDRESS, sum)); }),
+        errorsOf([&] { evaluate(apply(OP_ADDRESS, part)); }),
         std::string("ERROR: unsupported data type for address operation &\n") + errorPosition);
 }
 
