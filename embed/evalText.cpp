@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "decl/funcInfo.h"
 #include "embed/contextKeeper.h"
 #include "expr/calls.h"
 #include "expr/evaluator.h"
@@ -39,6 +40,14 @@ bool atLineEnd() {
     return endOfInput || isEnd || linePos >= lineLength;
 }
 
+// Functions that a refused text named aren't missing: nothing calls them.
+void forgetUses() {
+    TypeInfo *symbol = globalBlock ? globalBlock->symbols() : nullptr;
+    for (; symbol; symbol = symbol->next)
+        if (symbol->kind == KIND_FUNCTION && symbol->functionLink && !symbol->functionLink->body)
+            symbol->used = 0;
+}
+
 }  // namespace
 
 ExprNode *parseText(const char *text) {
@@ -52,6 +61,7 @@ ExprNode *parseText(const char *text) {
     if (tree && !errorFlag && atLineEnd() && endOfInput)
         return tree;
     deleteNode(tree);
+    forgetUses();
     return nullptr;
 }
 

@@ -194,6 +194,12 @@ bool isTarget(const ExprNode *left) {
     return answer == LVALUE_YES || answer == LVALUE_UNDEFINED;
 }
 
+ExprNode *bindComma(ExprNode *node) {
+    if (!node->right)
+        parseError("invalid operands for comma operator ,");
+    return node;
+}
+
 ExprNode *bindAssignment(ExprNode *node) {
     if (!isTarget(node->left))
         return node;
@@ -293,6 +299,7 @@ constexpr Binding bindings[] = {
     {OP_ELEMENT_MULTIPLY, OP_ELEMENT_DIVIDE, bindElementwise},
     {OP_INDIRECTION, OP_INDIRECTION, bindIndirection},
     {OP_CAST, OP_CAST, bindCast},
+    {OP_COMMA, OP_COMMA, bindComma},
     {OP_ASSIGN, OP_ASSIGN, bindAssignment},
     {OP_ASSIGN_ADD, OP_ASSIGN_SHIFT_RIGHT, bindCompound},
     {OP_PREFIX_INCREMENT, OP_POSTFIX_DECREMENT, bindIncrement},
