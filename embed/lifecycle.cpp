@@ -6,6 +6,7 @@
 #include "embed/kernel.h"
 #include "embed/lifecycle.h"
 #include "embed/scriptDriver.h"
+#include "embed/startupFiles.h"
 #include "embed/streams.h"
 #include "expr/context.h"
 #include "expr/nodes.h"

@@ -27,9 +27,8 @@ FILE *openScript(const char *path);
 // Parses and runs the file, and closes it: its file-level statements, then its main. 0, or -1 for
 // any failure.
 int runScriptFile(FILE *file, const char *path, bool keepMain);
-// Reads a start-up file (NULL: the regular or restricted one of the home); a missing one is no
-// error. What it leaves in system variables, keywords and aliases stays; its program doesn't.
-void readStartupFile(const char *path);
+// An empty program in place of the one held.
+void freshProgram();
 // Parses it only; 0 or -1.
 int parseScriptFile(FILE *file, const char *path);
 // Runs the program that is parsed. command is the script's name with its arguments behind a blank.

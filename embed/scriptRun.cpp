@@ -35,13 +35,13 @@ FILE *openScript(const char *path) {
 
 // ---- Parsing ------------------------------------------------------------------------------------
 
-namespace {
-
 void freshProgram() {
     releaseProgram();
     newProgram();
     resetRunState();
 }
+
+namespace {
 
 void openSource(FILE *file, const char *path) {
     fileMode = true;
@@ -89,6 +89,8 @@ bool parseFile(FILE *file, const char *path) {
     readFirstToken();
     parseProgram(false);
     closeSource();
+    if (!parseOk)
+        errorFlag = 1;  // for the start of an instance to see, too
     return !errorFlag && parseOk && runStatus != RUN_ERROR;
 }
 
@@ -241,22 +243,6 @@ int runScriptFile(FILE *file, const char *path, bool) {
         return 0;
     rewindRunState();
     return runProgram(path);
-}
-
-void readStartupFile(const char *path) {
-    std::string file =
-        path ? path
-             : std::string(homeFolder) + "/config/" + (e_lang->restricted ? "zysrc" : "zyrc");
-    if (FILE *stream = openScript(file.c_str())) {
-        int restricted = e_lang->restricted;
-        e_lang->restricted = 0;  // what the system's manager wrote is trusted
-        runScriptFile(stream, file.c_str(), false);
-        saveKeywords();
-        e_lang->restricted = restricted;
-    }
-    freshProgram();
-    if (e_lang->restricted == 1)
-        hideRestrictedKeywords();
 }
 
 int execParsedScript(const char *command) {

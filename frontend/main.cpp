@@ -9,7 +9,7 @@
 
 #include "embedzy.h"
 #include "instance/langState.h"
-#include "instance/version.h"
+#include "startup/options.h"
 
 namespace {
 
@@ -25,29 +25,16 @@ const char usage[] =
     "  -v  print the version\n"
     "  -w  print all warnings about the script\n";
 
-void printVersion() {
-    printf("Zy %d.%d.%d %s\n", zy::versionMajor, zy::versionMinor, zy::versionMicro, Zy_edition);
-}
-
 // False after a message.
 bool takeOption(char letter) {
-    switch (letter) {
-        case 'a': e_lang->noOptionalLib = 1; return true;
-        case 'c':
-        case 'i': return true;
-        case 'd': e_lang->copyStartupFile = 1; return true;
-        case 'f': e_lang->startupMode = 2; return true;
-        case 'g': e_lang->errorsToOutputUnbuffered = 1; return true;
-        case 'n': e_lang->parseOnly = 1; return true;
-        case 'r': e_lang->errorsToOutput = 1; return true;
-        case 'S':
-            e_lang->restricted = 1;
-            e_lang->noOptionalLib = 1;
-            return true;
-        case 'v': printVersion(); exit(0);
-        case 'w': e_lang->warningLevel = 3; return true;
-        default: fprintf(stderr, "zy: invalid option -%c\n%s", letter, usage); return false;
+    if (letter == 'v') {
+        consoleMessage();
+        exit(0);
     }
+    if (zy::takeOptionLetter(e_lang, letter))
+        return true;
+    fprintf(stderr, "zy: invalid option -%c\n%s", letter, usage);
+    return false;
 }
 
 // Where the first word behind the options stands; 0 after a message.
@@ -74,7 +61,7 @@ void findHome() {
 
 int main(int argc, char **argv) {
     if (argc == 2 && strcmp(argv[1], "--version") == 0) {
-        printVersion();
+        consoleMessage();
         return 0;
     }
     if (argc == 2 && strcmp(argv[1], "--help") == 0) {

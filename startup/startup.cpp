@@ -7,9 +7,9 @@
 #include "front/lexerState.h"
 #include "front/tokens.h"
 #include "instance/report.h"
-#include "platform/files.h"
 #include "startup/builtins.h"
 #include "startup/home.h"
+#include "startup/options.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
 #include "startup/userData.h"
@@ -19,13 +19,6 @@ namespace zy {
 namespace {
 
 constexpr int PREALLOCATED_VALUES = 202;
-
-void redirectErrors() {
-    if (!e_lang->errorsToOutput && !e_lang->errorsToOutputUnbuffered)
-        return;
-    fflush(stderr);
-    platform::duplicateDescriptor(platform::descriptorOf(stdout), platform::descriptorOf(stderr));
-}
 
 // Outside every function __func__ is empty. It never owns its text, and a script has no business
 // writing to it.

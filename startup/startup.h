@@ -11,6 +11,10 @@ void setArgumentsFromText(const char *text);
 // Puts the arguments last given to copyArgcArgv() into _argc and _argv.
 void storeArguments();
 
+// In the restricted shell the variables that say where things are become constants without a text:
+// what was made of them stays in force.
+void freezeSystemVariables();
+
 // Gives the instance back to the state before initConstSysVars(). The prompt expression must be
 // gone by then: its records belong to the expressions' room.
 void releaseStartup();

@@ -808,6 +808,8 @@ ZY_API int initExecution(void);     /* makes the instance ready to run; 0, -1 af
 ZY_API void nullPrompt(void);       /* the prompt follows no expression: there is no console */
 ZY_API void freePrompt(void);       /* releases the prompt's expression */
 ZY_API int console(void);           /* runs the script named in e_filenamebuf; its exit status */
+ZY_API void consoleMessage(void);   /* prints which version this is */
+ZY_API void executezylogout(void);  /* runs the user's logout file, if there is one */
 ZY_API void copyArgcArgv(int argc, char **argv); /* script arguments; not copied */
 
 /* Splits a command text at blanks, but not within double quotes, into a record of texts: first,
