@@ -22,6 +22,13 @@ bool tagIsOpen(const Symbol *tag);
 // The tag of a forward reference in the innermost block: incomplete, until a body fills the same
 // record. NULL after a message if memory is exhausted.
 Symbol *newTagRecord(NameEntry *name, AggregateKind aggregateKind);
+// The tag of a body: where that of a member list stands, in the list itself.
+struct TagHome {
+    TypeInfo **symbols;
+    TagEntry **tags;
+    int level;
+};
+Symbol *newTagIn(const TagHome &home, NameEntry *name, AggregateKind aggregateKind);
 // Gives a tag its second name, so that the plain one can be an object.
 void hideTag(Symbol *tag);
 // The name to print: without what hideTag() put in front.
@@ -31,8 +38,10 @@ void addTagToBlock(TagEntry **tagList, NameEntry *name, StructInfo *info,
                    AggregateKind aggregateKind);
 
 // With the { consumed. False after a message.
-bool parseStructBody(TagEntry **tagList, Symbol *tag, int level, AggregateKind aggregateKind);
-bool parseEnumBody(TypeInfo **symbolList, TagEntry **tagList, int level, Symbol *tag);
+bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKind);
+bool parseEnumBody(const TagHome &home, Symbol *tag, DeclContext context);
+// With the : behind a member consumed. False after a message.
+bool parseBitField(TypeInfo *member);
 
 // Class::member in a declarator, when the name just read is that of a class.
 enum QualifiedName { QUALIFIED_NONE, QUALIFIED_FUNCTION, QUALIFIED_DATA, QUALIFIED_FAILED };

@@ -10,11 +10,13 @@ bool memberProtected;
 FunctionFile *functionFiles;
 bool inFunctionFile;
 int structCounter;
+const OpenBody *innermostBody;
 
 void resetDeclState() {
     currentStruct = nullptr;
     destructorSeen = classDeclared = memberProtected = false;
     memberAccess = FLAG_PUBLIC;
+    innermostBody = nullptr;
 }
 
 }  // namespace zy

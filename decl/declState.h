@@ -22,6 +22,14 @@ extern bool inFunctionFile;          // one is, or was, a source of the running 
 
 extern int structCounter;  // numbers aggregates without a tag, for the life of the instance
 
+// The bodies of aggregates in which the parser stands, innermost first: their tags and enumerators
+// are seen in the rest of the body.
+struct OpenBody {
+    StructInfo *info;
+    const OpenBody *outer;
+};
+extern const OpenBody *innermostBody;
+
 void resetDeclState();
 
 }  // namespace zy

@@ -121,7 +121,7 @@ private:
     void remove(TypeInfo *info);
     void initialise(TypeInfo *info);
 
-    bool nextDeclarator();
+    bool nextDeclarator(TypeInfo *last);
     bool afterComma();
     bool isMember() const { return context == CONTEXT_MEMBER || context == CONTEXT_UNION_MEMBER; }
     bool isAbstract() const { return level == TYPE_ONLY_LEVEL; }
@@ -139,8 +139,11 @@ bool DeclarationParser::run(TypeInfo **last) {
     if (!beginDeclaration() || declareTagAlone())
         return false;
     bool bodyFollows = false;
-    while (declareOne(last, bodyFollows) && !bodyFollows && nextDeclarator()) {
+    TypeInfo *latest = nullptr;
+    while (declareOne(&latest, bodyFollows) && !bodyFollows && nextDeclarator(latest)) {
     }
+    if (last && latest)
+        *last = latest;
     return bodyFollows;
 }
 
@@ -156,15 +159,18 @@ bool DeclarationParser::beginDeclaration() {
 
 // The body of an aggregate stands between the specifiers and the declarators.
 bool DeclarationParser::parseBody() {
-    if (!specifiers.typeSymbol)
-        specifiers.typeSymbol = newTagRecord(specifiers.tagName, specifiers.aggregate);
-    if (!specifiers.typeSymbol)
+    StmtNode *block = currentBlock;
+    TagHome home = isMember() ? TagHome{symbolList, &block->operandD.tags, level}
+                              : TagHome{&block->symbols(), &block->operandD.tags, block->level};
+    Symbol *&tag = specifiers.typeSymbol;
+    if (!tag)
+        tag = newTagIn(home, specifiers.tagName, specifiers.aggregate);
+    if (!tag)
         return false;
     nextToken();
-    int tagLevel = specifiers.typeSymbol->level;
     if (specifiers.aggregate == AGGREGATE_ENUM)
-        return parseEnumBody(symbolList, tagList, tagLevel, specifiers.typeSymbol);
-    return parseStructBody(tagList, specifiers.typeSymbol, tagLevel, specifiers.aggregate);
+        return parseEnumBody(home, tag, isMember() ? context : CONTEXT_PLAIN);
+    return parseStructBody(home.tags, tag, specifiers.aggregate);
 }
 
 // struct x; and the definition of an aggregate without a variable. False: declarators follow.
@@ -189,6 +195,10 @@ bool DeclarationParser::declareTagAlone() {
 // defined yet serves pointers, functions and typedef names, and is created by such a use.
 bool DeclarationParser::completeType(const Declarator &declarator) {
     Symbol *tag = specifiers.typeSymbol;
+    if (isMember() && specifiers.aggregate == AGGREGATE_ENUM && specifiers.opensBody) {
+        parseError("cannot define enum type inside struct");
+        return false;
+    }
     if (specifiers.aggregate == AGGREGATE_ENUM && !tag) {
         parseError("enum definition '%s' not defined", specifiers.tagName->text);
         return false;
@@ -274,8 +284,8 @@ void DeclarationParser::takeTypedefParts(TypeInfo *info) {
 // ---- Names that exist already -----------------------------------------------------------------
 
 bool DeclarationParser::mayRedeclare(const Symbol *existing) const {
-    if (existing->dataType == DT_CONSTANT || existing->storage == STORAGE_TYPEDEF ||
-        specifiers.storage == STORAGE_TYPEDEF)
+    if (existing->dataType == DT_CONSTANT || (existing->qualifiers & QUALIFIER_BUILTIN) ||
+        existing->storage == STORAGE_TYPEDEF || specifiers.storage == STORAGE_TYPEDEF)
         return false;
     if (specifiers.storage == STORAGE_EXTERN)
         return true;
@@ -340,7 +350,7 @@ bool DeclarationParser::declareOne(TypeInfo **last, bool &bodyFollows) {
     }
     done = isFunction ? declareFunction(info, declarator, bodyFollows)
                       : declareObject(info, declarator);
-    if (done && last)
+    if (done)
         *last = info;
     return done;
 }
@@ -575,7 +585,7 @@ void DeclarationParser::initialise(TypeInfo *info) {
 
 // ---- Between declarators ----------------------------------------------------------------------
 
-bool DeclarationParser::nextDeclarator() {
+bool DeclarationParser::nextDeclarator(TypeInfo *last) {
     nextToken();
     bool isWord = (tokenClass == TK_KEYWORD && !isBodyWord(WORD_CLOSE_BRACE)) ||
                   (tokenClass == TK_IDENTIFIER && !typedefNamed(tokenValue.name, nullptr));
@@ -585,14 +595,18 @@ bool DeclarationParser::nextDeclarator() {
             refuseHere("maybe missing ';'");
         return false;
     }
+    if (isMember() && isChar(':')) {
+        if (!parseBitField(last))
+            return false;
+        nextToken();
+    }
     if (isChar(','))
         return afterComma();
     bool isParameter = context == CONTEXT_PARAMETER;
     if (!isParameter && (isChar(';') || (commandMode && isChar('\n'))))
         return false;
     pushedBack = true;
-    bool endsList =
-        (isParameter && (isChar(')') || isChar(';'))) || (isMember() && isChar(':')) || isChar('(');
+    bool endsList = (isParameter && (isChar(')') || isChar(';'))) || isChar('(');
     if (!endsList)
         refuseHere("missing ';'");
     return false;

@@ -8,16 +8,6 @@
 
 namespace zy {
 
-bool parseStructBody(TagEntry **, Symbol *tag, int, AggregateKind) {
-    parseError("struct/class/union '%s' cannot be defined", plainTagName(tag));
-    return false;
-}
-
-bool parseEnumBody(TypeInfo **, TagEntry **, int, Symbol *tag) {
-    parseError("enum '%s' cannot be defined", plainTagName(tag));
-    return false;
-}
-
 QualifiedName parseQualifiedName(Symbol *symbol, int, int) {
     peekNonBlank();
     if (lineBuffer[linePos] != ':' || lineBuffer[linePos + 1] != ':')

@@ -1,6 +1,7 @@
 #include <string>
 
 #include "decl/aggregates.h"
+#include "decl/declState.h"
 #include "decl/scopeLists.h"
 #include "expr/nodes.h"
 #include "instance/report.h"
@@ -30,6 +31,16 @@ Symbol *tagNamed(TypeInfo *list, const NameEntry *name, const NameEntry *hidden)
     return nullptr;
 }
 
+// As in C, a tag that was declared inside a struct is known behind it by its own name as well.
+Symbol *nestedTag(const NameEntry *name) {
+    for (StmtNode *block = currentBlock; block; block = block->enclosingBlock())
+        for (TagEntry *entry = block->kind == STMT_BLOCK ? block->operandD.tags : nullptr; entry;
+             entry = entry->next)
+            if (entry->name == name)
+                return entry->info->tag;
+    return nullptr;
+}
+
 }  // namespace
 
 Symbol *tagInList(const NameEntry *name, TypeInfo *list) {
@@ -39,10 +50,12 @@ Symbol *tagInList(const NameEntry *name, TypeInfo *list) {
 Symbol *visibleTag(const NameEntry *name, TypeInfo *list) {
     const NameEntry *hidden = lookupName(hiddenText(name).c_str());
     Symbol *tag = tagNamed(list, name, hidden);
+    for (const OpenBody *body = innermostBody; body && !tag; body = body->outer)
+        tag = tagNamed(body->info->members, name, hidden);
     for (StmtNode *block = currentBlock; block && !tag; block = block->enclosingBlock())
         if (block->kind == STMT_BLOCK)
             tag = tagNamed(block->symbols(), name, hidden);
-    return tag;
+    return tag ? tag : nestedTag(name);
 }
 
 Symbol *findTag(const NameEntry *name, TypeInfo *list, AggregateKind aggregateKind) {
@@ -77,8 +90,12 @@ const char *plainTagName(const Symbol *tag) {
 
 Symbol *newTagRecord(NameEntry *name, AggregateKind aggregateKind) {
     StmtNode *block = currentBlock;
+    return newTagIn({&block->symbols(), &block->operandD.tags, block->level}, name, aggregateKind);
+}
+
+Symbol *newTagIn(const TagHome &home, NameEntry *name, AggregateKind aggregateKind) {
     NameEntry *own = name;
-    if (findInList(block->symbols(), name) || (block->level <= FILE_LEVEL && name->symbol))
+    if (findInList(*home.symbols, name) || (home.level <= FILE_LEVEL && name->symbol))
         own = internName(hiddenText(name));
     TypeInfo *tag = own ? newTypeInfo() : nullptr;
     if (!tag)
@@ -89,14 +106,14 @@ Symbol *newTagRecord(NameEntry *name, AggregateKind aggregateKind) {
         return nullptr;
     }
     tag->name = own;
-    tag->level = block->level;
+    tag->level = home.level;
     tag->storage = STORAGE_TYPEDEF;
     tag->dataType = aggregateKind == AGGREGATE_ENUM ? DT_ENUM : DT_TAG;
     tag->structLink->aggregateKind = aggregateKind;
     tag->structLink->memberLevel =
         static_cast<uint16_t>(tag->level <= SYSTEM_LEVEL ? 2 : tag->level + 1);
-    appendSymbol(&block->symbols(), tag);
-    addTagToBlock(&block->operandD.tags, name, tag->structLink, aggregateKind);
+    appendSymbol(home.symbols, tag);
+    addTagToBlock(home.tags, name, tag->structLink, aggregateKind);
     return tag;
 }
 

@@ -65,6 +65,7 @@ bool initFunctionPointer(VarCell *cell) {
 }
 
 bool initObject(VarCell *cell, const TypeInfo *info) {
+    cell->structInfo = info->structLink;
     size_t size = info->structLink ? info->structLink->size : 0;
     if (size == 0)
         return true;

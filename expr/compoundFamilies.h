@@ -16,6 +16,18 @@ bool isPlainTarget(const ExprNode *target);
 void storeCompound(ExprNode *node, Value *result);
 void storePlainCompound(ExprNode *node, Value *result);
 
+// The same for members that are numbers (expr/memberStores.cpp), by where the object comes from.
+enum class MemberForm { NONE, OWN, STACKED };
+MemberForm memberForm(ExprNode *target);
+template <MemberForm form>
+bool storeInMember(ExprNode *target, const Value *value);
+template <MemberForm form>
+void storeMemberCompound(ExprNode *node, Value *result);
+NodeRoutine memberAssignment(ExprNode *node);  // NULL for a target that is none
+// A number into the type of its target; false if the store has rules of its own.
+bool convertPlain(Value *value, uint32_t type);
+void assignConverted(ExprNode *node);
+
 // + - * / of two numbers: in the wider type, as the plain operators.
 template <class Operation>
 struct ArithmeticCompound {
@@ -107,8 +119,17 @@ void compoundForm(ExprNode *node) {
 
 template <class Family>
 void compound(ExprNode *node) {
-    node->routine = isPlainTarget(node->left) ? compoundForm<Family, storePlainCompound>
-                                              : compoundForm<Family, storeCompound>;
+    switch (memberForm(node->third)) {
+        case MemberForm::OWN:
+            node->routine = compoundForm<Family, storeMemberCompound<MemberForm::OWN>>;
+            break;
+        case MemberForm::STACKED:
+            node->routine = compoundForm<Family, storeMemberCompound<MemberForm::STACKED>>;
+            break;
+        default:
+            node->routine = isPlainTarget(node->left) ? compoundForm<Family, storePlainCompound>
+                                                      : compoundForm<Family, storeCompound>;
+    }
     node->routine(node);
 }
 

@@ -93,7 +93,8 @@ namespace {
 bool needsSlot(const TypeInfo *symbol) {
     return !symbol->storageCell && symbol->storage != STORAGE_TYPEDEF &&
            symbol->storage != STORAGE_EXTERN && symbol->dataType != DT_TAG &&
-           symbol->dataType != DT_ENUM && symbol->dataType != DT_CONSTANT;
+           symbol->dataType != DT_ENUM && symbol->dataType != DT_CONSTANT &&
+           !(symbol->qualifiers & QUALIFIER_BUILTIN);
 }
 
 // The frame of level 0 or 1 among those of the top-level context. That of level 1 is made on

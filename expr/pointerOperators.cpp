@@ -5,6 +5,7 @@
 
 #include "expr/elementOperators.h"
 #include "expr/evaluator.h"
+#include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
@@ -141,6 +142,9 @@ Value *addressOf(ExprNode *inner) {
         return popValue();
     if (inner->kind == NODE_OPERATOR && isSubscript(inner->op))
         return addressOfReference(inner);
+    if (isOperator(inner) && isMember(inner->op))
+        if (Value *address = memberAddress(inner))
+            return address;
     runError("unsupported data type for address operation &");
     return nullptr;
 }

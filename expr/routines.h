@@ -22,6 +22,9 @@ void indirection(ExprNode *node);
 void addressOperator(ExprNode *node);
 void arrayReference(ExprNode *node);
 
+// `.`, `->` and `::` (expr/memberAccess.cpp).
+void memberOperator(ExprNode *node);
+
 // Stores (expr/storeOperators.cpp).
 void assignOperator(ExprNode *node);
 void incrementOperator(ExprNode *node);

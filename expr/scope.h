@@ -13,8 +13,11 @@ namespace zy {
 struct VarCell {
     uint32_t type;  // DataType
     uint32_t flags;
-    VarCell *reference;  // for arguments of reference kind
-    Payload data;        // the scalar itself, a pointer, or the first of two halves
+    union {
+        VarCell *reference;      // for arguments of reference kind
+        StructInfo *structInfo;  // of an object: its class
+    };
+    Payload data;  // the scalar itself, a pointer, or the first of two halves
     union {
         Payload2 data2;  // the second half
         uint8_t noFree;  // of aggregates: the object is no heap block of its own

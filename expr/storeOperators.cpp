@@ -56,6 +56,8 @@ void assignAny(ExprNode *node) {
         pushCopyOf(operandInPlace(node->right));
 }
 
+}  // namespace
+
 // Numbers of another type are not cast before they are stored, since the store has its own rules
 // for special values. The value of the assignment is the number that the target then has.
 void assignConverted(ExprNode *node) {
@@ -72,10 +74,14 @@ void assignConverted(ExprNode *node) {
     }
 }
 
+namespace {
+
 bool isConverting(const ExprNode *node) {
     int target = treeType(node->left), source = treeType(node->right);
     return target != source && isScalarNumeric(target) && isScalarNumeric(source);
 }
+
+}  // namespace
 
 // A number into the type of its target, for the pairs in which the store has no rule of its own.
 bool convertPlain(Value *value, uint32_t type) {
@@ -95,6 +101,8 @@ bool convertPlain(Value *value, uint32_t type) {
         default: return false;
     }
 }
+
+namespace {
 
 void assignPlain(ExprNode *node) {
     Value *value = topValue();
@@ -138,6 +146,8 @@ void assignOperator(ExprNode *node) {
         node->routine = constant ? assignPlainConstant : assignPlain;
     else if (NodeRoutine routine = elementAssignRoutine(node))
         node->routine = routine;
+    else if (NodeRoutine member = isReal(treeType(node->right)) ? memberAssignment(node) : nullptr)
+        node->routine = member;
     else
         node->routine = assignGeneral;
     node->routine(node);
@@ -265,6 +275,32 @@ void incrementPlain(ExprNode *node) {
         value->payload = fresh.payload;
 }
 
+template <MemberForm form>
+void incrementMember(ExprNode *node) {
+    Value *value = topValue();
+    if (!value)
+        return;
+    Value fresh;
+    fresh.type = value->type;
+    fresh.payload = value->payload;
+    popValue();
+    bool done =
+        stepNumber(&fresh, stepOfCode(node->op)) && storeInMember<form>(node->right, &fresh);
+    pushValue(value);
+    if (!done) [[unlikely]]
+        incrementAny(node);
+    else if (!isPostfix(node->op))
+        value->payload = fresh.payload;
+}
+
+NodeRoutine otherIncrement(const ExprNode *node) {
+    switch (memberForm(node->right)) {
+        case MemberForm::OWN: return incrementMember<MemberForm::OWN>;
+        case MemberForm::STACKED: return incrementMember<MemberForm::STACKED>;
+        default: return incrementAny;
+    }
+}
+
 NodeRoutine plainIncrement(int code) {
     switch (code) {
         case OP_PREFIX_INCREMENT: return incrementPlain<1, false>;
@@ -280,7 +316,7 @@ Value *incrementValue(const Value *old) { return stepValue(old, 1); }
 Value *decrementValue(const Value *old) { return stepValue(old, -1); }
 
 void incrementOperator(ExprNode *node) {
-    node->routine = isPlainTarget(node->left) ? plainIncrement(node->op) : incrementAny;
+    node->routine = isPlainTarget(node->left) ? plainIncrement(node->op) : otherIncrement(node);
     node->routine(node);
 }
 

@@ -13,6 +13,7 @@
 
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
+#include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
 #include "expr/nodes.h"
 #include "expr/routineChoice.h"
@@ -100,6 +101,13 @@ void threadSubscript(ChainBuilder &chain, ExprNode *node) {
     if (isOperator(node->left))
         chain.read(node->left);
     chain.subscripts(node->right);
+}
+
+// A node that finds its object by itself stands alone.
+void threadMember(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    if (!findsOwnObject(node))
+        chain.read(node->left);
 }
 
 // ---- On demand
@@ -340,7 +348,7 @@ constexpr ThreadRow threadRows[] = {
     {OP_SUBSCRIPT_POINTER, OP_SUBSCRIPT_PART6, threadSubscript},
     {OP_MOTION_ELEMENT1, OP_MOTION_ELEMENT7, threadSubscript},
     {OP_ADDRESS, OP_ADDRESS, threadAddress},
-    {OP_MEMBER, OP_ARROW, threadLeft},
+    {OP_MEMBER, OP_ARROW, threadMember},
     {OP_CALL, OP_CALL, threadCall},
     {OP_ARRAY_BOUNDS, OP_ARRAY_BOUNDS, threadArrayBounds},
     {OP_ELEMENT_DESTRUCTORS, OP_ELEMENT_DESTRUCTORS, threadAlone},
@@ -369,7 +377,7 @@ void ChainBuilder::target(const ExprNode *tree) {
         subscripts(tree->right);
     } else if (isPart(op)) {
         target(tree->left);
-    } else if (op == OP_INDIRECTION || isMember(op)) {
+    } else if (op == OP_INDIRECTION || (isMember(op) && !findsOwnObject(tree))) {
         keep(tree->left);
     }
 }

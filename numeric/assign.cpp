@@ -9,6 +9,8 @@
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/assignMember.h"
+#include "numeric/assignSource.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 #include "numeric/subscripts.h"
@@ -214,6 +216,8 @@ void storeFunctionPointer(void *address, const Value *value) {
 bool storeInCell(VarCell *cell, const Value *value) {
     if (cell->type == DT_P_FUNCTION)
         return bindFunction(cell, value);
+    if (cell->type == DT_STRUCT)
+        return storeObject(cell->data.p, value, cell->structInfo);
     static_assert(offsetof(VarCell, data2) == offsetof(VarCell, data) + sizeof(double),
                   "both halves of a wide pair lie side by side");
     return storeScalar(&cell->data, static_cast<int>(cell->type), value, StorePlace::VARIABLE);
@@ -222,7 +226,9 @@ bool storeInCell(VarCell *cell, const Value *value) {
 void storeByPointerType(void *address, const Value *value, int pointerType) {
     int type =
         isPointer(pointerType) && pointerType != DT_NULL ? dereference(pointerType) : DT_UNDEFINED;
-    if (type == DT_STRUCT || !storeScalar(address, type, value, StorePlace::VARIABLE))
+    bool done = type == DT_STRUCT ? storeObject(address, value, value->payload2.structInfo)
+                                  : storeScalar(address, type, value, StorePlace::VARIABLE);
+    if (!done)
         runError("unsupported data type for indirection operation *");
 }
 
@@ -238,30 +244,6 @@ void storeCellByPointer(void *address, const VarCell *cell, int pointerType) {
 // ---- Targets ------------------------------------------------------------------------------------
 
 namespace {
-
-// The value of one assignment. At its end a popped value goes back for an outer assignment or is
-// released.
-class Source {
-public:
-    explicit Source(ExprNode *node) : value(operandOf(node, popped)) {}
-    Source(const Source &) = delete;
-    Source &operator=(const Source &) = delete;
-    ~Source() {
-        if (!value || !popped)
-            return;
-        const ExprNode *running = currentContext->chain;
-        if (running && running->kind == NODE_OPERATOR && running->op == OP_ASSIGN)
-            pushValue(value);
-        else
-            deleteValue(value);
-    }
-    explicit operator bool() const { return value; }
-    const Value *get() const { return value; }
-
-private:
-    bool popped = false;
-    Value *value;
-};
 
 // A system variable, not a script's global one: its cell is the one in its slot of the base frame.
 void afterStore(TypeInfo *symbol, const VarCell *cell) {
@@ -454,8 +436,10 @@ void assignToOperator(ExprNode *target, ExprNode *value) {
         case OP_SUBSCRIPT_POINTER2:
         case OP_SUBSCRIPT_POINTER3:
         case OP_SUBSCRIPT: assignElement(target, value); break;
+        case OP_MEMBER:
+        case OP_SCOPE:
+        case OP_ARROW: assignMember(target, value); break;
         default: {
-            // Members come with aggregates.
             Source source(value);
             runError("undefined operation");
         }

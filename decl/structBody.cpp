@@ -1,0 +1,126 @@
+// The body of a struct, class or union: members are read as declarations of a list of their own,
+// then laid out. The cells that say in which body the parser stands are kept for the body around.
+
+#include <cstring>
+
+#include "decl/aggregates.h"
+#include "decl/currentToken.h"
+#include "decl/declState.h"
+#include "decl/declaration.h"
+#include "decl/evaluateNow.h"
+#include "decl/layout.h"
+#include "expr/nodes.h"
+#include "expr/parser.h"
+#include "expr/typeQueries.h"
+#include "instance/report.h"
+
+namespace zy {
+
+namespace {
+
+// The access rules of one body.
+class BodyScope {
+public:
+    BodyScope(StructInfo *info, bool isClass)
+        : access(memberAccess), isProtected(memberProtected), body{info, innermostBody} {
+        innermostBody = &body;
+        memberAccess = isClass ? FLAG_PRIVATE : FLAG_PUBLIC;
+        memberProtected = false;
+    }
+    BodyScope(const BodyScope &) = delete;
+    ~BodyScope() {
+        memberAccess = access;
+        memberProtected = isProtected;
+        innermostBody = body.outer;
+    }
+
+private:
+    uint32_t access;
+    bool isProtected;
+    OpenBody body;
+};
+
+}  // namespace
+
+// ---- Bit-fields -------------------------------------------------------------------------------
+
+namespace {
+
+bool parseWidth(int &width) {
+    ExprNode *tree = parseAssignmentExpression(false);
+    bool isWhole = tree && !errorFlag && isIntegral(treeType(tree)) && evaluateNow(tree, width);
+    deleteNode(tree);
+    if (!isWhole && !errorFlag)
+        parseError("integral constant expression expected");
+    return isWhole;
+}
+
+bool isPad(const TypeInfo *member) { return strcmp(member->name->text, "__bitfieldpad") == 0; }
+
+}  // namespace
+
+bool parseBitField(TypeInfo *member) {
+    const char *name = member->name->text;
+    if (member->dataType >= DT_FLOAT || member->kind != KIND_SIMPLE) {
+        parseError("invalid type for bit-field: %s", name);
+        return false;
+    }
+    member->bitField = 1;
+    int width = 0;
+    if (!parseWidth(width))
+        return false;
+    if (width > sizeofType(member->dataType) * 8) {
+        parseError("bit-field too big: %s", name);
+        return false;
+    }
+    if (width < 0 || (width == 0 && !isPad(member))) {
+        parseError("bit-field size <= 0: %s", name);
+        return false;
+    }
+    member->bitWidth = static_cast<uint8_t>(width);
+    return true;
+}
+
+// ---- The body ---------------------------------------------------------------------------------
+
+namespace {
+
+bool memberFollows(StructInfo *info) {
+    if (startsDeclaration(info->members))
+        return true;
+    pushedBack = !isOperator(WORD_TILDE);
+    return !pushedBack;
+}
+
+void parseMembers(TagEntry **tagList, StructInfo *info, DeclContext context) {
+    while (!errorFlag && memberFollows(info)) {
+        declare(nullptr, info->memberLevel, tagList, &info->members, nullptr, nullptr, context);
+        if (pushedBack && !errorFlag)
+            parseError("missing ';' after last class/struct/union member ");
+    }
+}
+
+}  // namespace
+
+bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKind) {
+    StructInfo *info = tag->structLink;
+    BodyScope scope(info, classDeclared);
+    if (classDeclared)
+        tag->flags |= FLAG_IN_CLASS;
+    parseMembers(tagList, info,
+                 aggregateKind == AGGREGATE_UNION ? CONTEXT_UNION_MEMBER : CONTEXT_MEMBER);
+    if (errorFlag)
+        return false;
+    nextToken();
+    if (!isBodyWord(WORD_CLOSE_BRACE)) {
+        pushedBack = true;
+        parseError("missing '}' or error before closing '}' for struct definition '%s'",
+                   plainTagName(tag));
+        return false;
+    }
+    layOutMembers(info);
+    currentStruct = info;
+    return !errorFlag;
+}
+
+}  // namespace zy

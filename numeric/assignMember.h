@@ -1,0 +1,14 @@
+// Assignment to members, and of whole objects.
+#pragma once
+
+#include "expr/value.h"
+
+namespace zy {
+
+// The value, read by operandOf, into the member that the node names.
+void assignMember(ExprNode *target, ExprNode *value);
+
+// An object's bytes from those of a Value that holds one of that class. False for any other Value.
+bool storeObject(void *object, const Value *value, const StructInfo *info);
+
+}  // namespace zy
