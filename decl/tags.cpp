@@ -32,12 +32,17 @@ Symbol *tagNamed(TypeInfo *list, const NameEntry *name, const NameEntry *hidden)
 }
 
 // As in C, a tag that was declared inside a struct is known behind it by its own name as well.
-Symbol *nestedTag(const NameEntry *name) {
-    for (StmtNode *block = currentBlock; block; block = block->enclosingBlock())
-        for (TagEntry *entry = block->kind == STMT_BLOCK ? block->operandD.tags : nullptr; entry;
-             entry = entry->next)
-            if (entry->name == name)
-                return entry->info->tag;
+Symbol *tagInside(TypeInfo *list, const NameEntry *name, const NameEntry *hidden) {
+    for (; list; list = list->next) {
+        if (list->dataType != DT_TAG || !list->structLink || list->flags & FLAG_IN_CLASS)
+            continue;
+        TypeInfo *members = list->structLink->members;
+        Symbol *tag = tagNamed(members, name, hidden);
+        if (!tag)
+            tag = tagInside(members, name, hidden);
+        if (tag)
+            return tag;
+    }
     return nullptr;
 }
 
@@ -55,7 +60,10 @@ Symbol *visibleTag(const NameEntry *name, TypeInfo *list) {
     for (StmtNode *block = currentBlock; block && !tag; block = block->enclosingBlock())
         if (block->kind == STMT_BLOCK)
             tag = tagNamed(block->symbols(), name, hidden);
-    return tag ? tag : nestedTag(name);
+    for (StmtNode *block = currentBlock; block && !tag; block = block->enclosingBlock())
+        if (block->kind == STMT_BLOCK)
+            tag = tagInside(block->symbols(), name, hidden);
+    return tag;
 }
 
 Symbol *findTag(const NameEntry *name, TypeInfo *list, AggregateKind aggregateKind) {

@@ -1,6 +1,6 @@
-// open header: Questions about an expression tree, asked while it is parsed: the static type of its value, in
-// the three senses that arrays make of it, and whether it can be assigned to. None changes the
-// tree, and NULL is an expression without a value.
+// open header: Questions about an expression tree, asked while it is parsed: the static type of its
+// value, in the three senses that arrays make of it, and whether it can be assigned to. None
+// changes the tree, and NULL is an expression without a value.
 #pragma once
 
 #include "expr/value.h"

@@ -1,4 +1,4 @@
-// Constant expressions that a declaration needs the number of while it is parsed.
+// open header: Constant expressions that a declaration needs the number of while it is parsed.
 #pragma once
 
 #include "expr/value.h"

@@ -1,4 +1,4 @@
-#include "decl/evaluateNow.h"
+#include "expr/evaluateNow.h"
 
 #include "expr/evaluator.h"
 #include "expr/readers.h"
