@@ -1,5 +1,4 @@
-// Parts of the declaration parser that don't exist yet refuse their text: bodies
-// of aggregates, qualified names, and the comparison of prototypes.
+// Parts of the declaration parser that don't exist yet refuse their text: qualified names.
 
 #include "decl/aggregates.h"
 #include "decl/functions.h"

@@ -149,7 +149,7 @@ void assignOperator(ExprNode *node) {
     else if (NodeRoutine member = isReal(treeType(node->right)) ? memberAssignment(node) : nullptr)
         node->routine = member;
     else
-        node->routine = assignGeneral;
+        node->routine = isConverting(node) ? assignConverted : assignAny;
     node->routine(node);
 }
 
