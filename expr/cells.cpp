@@ -23,21 +23,6 @@ void *newObject(size_t count, size_t size) {
     return object;
 }
 
-// The count of a shape's elements if it can be counted at all.
-bool countElements(const ShapeNode *shape, uint32_t &count) {
-    uint64_t product = shape ? 1 : 0;
-    for (; shape; shape = shape->next) {
-        product *=
-            static_cast<uint32_t>(shape->extent.limit) - static_cast<uint32_t>(shape->extent.lower);
-        if (product > UINT32_MAX) {
-            reportOutOfMemory();
-            return false;
-        }
-    }
-    count = static_cast<uint32_t>(product);
-    return true;
-}
-
 bool initArrayCell(VarCell *cell, TypeInfo *info, int kind) {
     cell->data2.elementType = info->dataType;
     const ArrayInfo *array = info->arrayLink;

@@ -24,6 +24,8 @@ void arrayReference(ExprNode *node);
 
 // `.`, `->` and `::` (expr/memberAccess.cpp).
 void memberOperator(ExprNode *node);
+// The storage of an array whose declaration runs (numeric/arrayStorage.cpp).
+void arrayBoundsOperator(ExprNode *node);
 
 // Stores (expr/storeOperators.cpp).
 void assignOperator(ExprNode *node);

@@ -107,6 +107,8 @@ void deleteValue(Value *value) {
                     free(value->payload.p);
                 break;
             case DT_CARRAY:
+            case DT_P_CARRAY:
+            case DT_PP_CARRAY:
             case DT_P_ARRAY:
             case DT_ARRAY: releaseArrayValue(value); break;
             default: break;

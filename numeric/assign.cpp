@@ -11,6 +11,7 @@
 #include "instance/report.h"
 #include "numeric/assignMember.h"
 #include "numeric/assignSource.h"
+#include "numeric/arrayStorage.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 #include "numeric/subscripts.h"
@@ -218,6 +219,10 @@ bool storeInCell(VarCell *cell, const Value *value) {
         return bindFunction(cell, value);
     if (cell->type == DT_STRUCT)
         return storeObject(cell->data.p, value, cell->structInfo);
+    if (cell->type == DT_CARRAY || cell->type == DT_P_CARRAY) {
+        assignPointerToCArray(cell, value);
+        return true;
+    }
     static_assert(offsetof(VarCell, data2) == offsetof(VarCell, data) + sizeof(double),
                   "both halves of a wide pair lie side by side");
     return storeScalar(&cell->data, static_cast<int>(cell->type), value, StorePlace::VARIABLE);
@@ -261,6 +266,15 @@ void assignVariable(const Value *value, TypeInfo *symbol) {
         runError("undefined operation");
     if (symbol->level == SYSTEM_LEVEL)
         afterStore(symbol, cell);
+}
+
+void assignWhole(Value *value, TypeInfo *symbol) {
+    switch (symbol->kind) {
+        case KIND_ARRAY:
+        case KIND_ASSUMED_ARRAY: assignArrayVariable(symbol, value); break;
+        case KIND_P_ARRAY: assignPointerToArray(symbol, value); break;
+        default: assignVariable(value, symbol);
+    }
 }
 
 // A reference takes the variable that it is given first, and is that variable from then on. Given
@@ -460,7 +474,7 @@ void assignValue(ExprNode *target, ExprNode *value) {
     if (symbol->kind == KIND_REFERENCE && bindReference(value, symbol))
         return;
     if (source)
-        assignVariable(source.get(), symbol);
+        assignWhole(source.get(), symbol);
 }
 
 }  // namespace zy

@@ -22,7 +22,7 @@ public:
             deleteValue(value);
     }
     explicit operator bool() const { return value; }
-    const Value *get() const { return value; }
+    Value *get() const { return value; }
 
 private:
     bool popped = false;

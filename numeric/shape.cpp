@@ -5,6 +5,7 @@
 #include "decl/arrayInfo.h"
 #include "decl/structInfo.h"
 #include "expr/value.h"
+#include "instance/report.h"
 
 namespace zy {
 
@@ -67,6 +68,19 @@ uint32_t shapeCount(const ShapeNode *shape) {
     for (; shape; shape = shape->next)
         count *= extentOf(shape);
     return count;
+}
+
+bool countElements(const ShapeNode *shape, uint32_t &count) {
+    uint64_t product = shape ? 1 : 0;
+    for (; shape; shape = shape->next) {
+        product *= extentOf(shape);
+        if (product > UINT32_MAX) {
+            reportOutOfMemory();
+            return false;
+        }
+    }
+    count = static_cast<uint32_t>(product);
+    return true;
 }
 
 namespace {

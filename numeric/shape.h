@@ -33,6 +33,9 @@ void releaseShape(ShapeList shape);
 uint32_t setRowStrides(ShapeList shape);
 uint32_t setFortranStrides(ShapeList shape);
 uint32_t shapeCount(const ShapeNode *shape);
+// The count of a shape's elements, 0 without a shape. False after a message for a number that isn't
+// one of 32 bits: there is no memory for so many.
+bool countElements(const ShapeNode *shape, uint32_t &count);
 
 // The shape that constant bounds declare, with strides; NULL for bounds that aren't known, and
 // after a message if memory is exhausted. A dimension of open limit has no extent.
