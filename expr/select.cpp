@@ -166,9 +166,14 @@ ExprNode *bindIncrement(ExprNode *node) {
 // Numbers are converted by the store itself. A cast in front of it would turn NaN and infinity into
 // plain truncated numbers, before the store could give its warning and its value for them; the same
 // number has to come out whether `int i = NaN` or `i = NaN` was written. A function's name is not
-// cast either: the store takes its record, not an address.
+// cast either: the store takes its record, not an address. An array is stored element by element
+// into one that is there, without a copy of its own, and a pointer to a C array takes an address.
 bool storeConverts(const ExprNode *left, const ExprNode *right) {
     DataType target = treeType(left), source = treeType(right);
+    if (isComputational(target))
+        return isScalarNumeric(source) || isArray(source);
+    if (target == DT_P_CARRAY)
+        return isArray(source) || isPointer(source) || isZeroConstant(right);
     return (isScalarNumeric(target) && isScalarNumeric(source)) ||
            (target == DT_P_FUNCTION && source == DT_FUNCTION);
 }

@@ -7,6 +7,7 @@
 #include "expr/compoundFamilies.h"
 #include "expr/elementOperators.h"
 #include "expr/evaluator.h"
+#include "expr/nodeClasses.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
@@ -45,6 +46,14 @@ void pushCopyOf(const Value *constant) {
         pushValue(copy);
     else
         endChain();
+}
+
+// An array as a whole: the result is the target as it then is, a view.
+void assignArray(ExprNode *node) {
+    assignValue(node->left, node->right);
+    if (!standsInPlace(node->right) && currentContext->stack)
+        deleteValue(popValue());
+    fetchVariable(node->left->payload.symbol, 0);
 }
 
 // The assigned value is the result. What was popped the store puts back; a constant it can't.
@@ -144,6 +153,8 @@ void assignOperator(ExprNode *node) {
     bool constant = standsInPlace(node->right);
     if (isPlainTarget(node->left) && isReal(treeType(node->right)))
         node->routine = constant ? assignPlainConstant : assignPlain;
+    else if (variableOf(node->left) && isComputational(treeType(node->left)))
+        node->routine = assignArray;
     else if (NodeRoutine routine = elementAssignRoutine(node))
         node->routine = routine;
     else if (NodeRoutine member = isReal(treeType(node->right)) ? memberAssignment(node) : nullptr)

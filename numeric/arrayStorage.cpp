@@ -258,7 +258,10 @@ void assignPointerToArray(TypeInfo *symbol, Value *value) {
 }
 
 void assignPointerToCArray(VarCell *cell, const Value *value) {
-    cell->data.p = pointerOf(value);
+    bool isNumber = isScalarNumeric(static_cast<int>(value->type));
+    cell->data.p = isNumber
+                       ? reinterpret_cast<void *>(static_cast<uintptr_t>(readUnsigned64(value)))
+                       : pointerOf(value);
     if (isArrayLike(static_cast<int>(value->type)) && cell->adoptShape)
         adoptShape(cell, value);
 }
