@@ -67,8 +67,11 @@ public:
     FunctionHead(NameEntry *function, const std::string &file) : name(function), path(file) {
         // The lines of a head are no lines of the program yet.
         replayParse = true;
+        directivesIdle = true;
         enterSource(fopen(file.c_str(), "r"), internFileName(file.c_str()));
     }
+
+    ~FunctionHead() { directivesIdle = false; }
 
     // Up to the name. False after a message.
     bool read();

@@ -13,6 +13,7 @@
 #include "expr/scope.h"
 #include "front/aliases.h"
 #include "front/lexerState.h"
+#include "front/preprocessor.h"
 #include "front/tokens.h"
 #include "front/vocabularySwitches.h"
 #include "instance/environment.h"
@@ -108,6 +109,7 @@ void cleanMemory() {
     zy::releaseValueRecords();
     zy::releaseKeywords();
     zy::releaseAliases();
+    zy::releasePreprocessor();
     zy::releaseLexer();
     if (!e_lang->embedded)
         zy::envRelease();

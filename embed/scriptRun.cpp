@@ -17,6 +17,7 @@
 #include "expr/thread.h"
 #include "front/lexer.h"
 #include "front/names.h"
+#include "front/preprocessor.h"
 #include "instance/report.h"
 #include "platform/files.h"
 #include "startup/builtins.h"
@@ -54,6 +55,7 @@ void openSource(FILE *file, const char *path) {
 }
 
 void closeSource() {
+    leaveIncludedFiles();
     if (sourceFiles[0])
         fclose(sourceFiles[0]);
     sourceFiles[0] = nullptr;

@@ -424,6 +424,11 @@ ExprNode *parseAssignmentExpression(bool runMode) {
     return tree;
 }
 
+ExprNode *parseSeparateExpression() {
+    SeparatorScope separators(false, KC_OPERATOR);
+    return parseExpression(false);
+}
+
 ExprNode *parseConditionalBranch() {
     ExprNode *tree = parseAssignmentExpression(parserRunMode);
     if (!tree && !errorFlag)

@@ -15,6 +15,8 @@ namespace zy {
 ExprNode *parseExpression(bool runMode);
 // The same, but a comma ends the expression, as in argument lists and initialisers.
 ExprNode *parseAssignmentExpression(bool runMode);
+// The same in the midst of another one, whatever separates the parts of that: for directives.
+ExprNode *parseSeparateExpression();
 // What stands behind the `:` of a `?:`: an assignment expression in the mode of the one around it.
 ExprNode *parseConditionalBranch();
 

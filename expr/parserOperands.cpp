@@ -8,6 +8,7 @@
 #include "expr/parserParts.h"
 #include "expr/select.h"
 #include "expr/typeQueries.h"
+#include "front/preprocessorState.h"
 #include "instance/report.h"
 #include "stmt/stmtNode.h"
 
@@ -75,8 +76,20 @@ ExprNode *refuseSubscript(ExprNode *operand) {
 
 // ---- Names --------------------------------------------------------------------------------------
 
-// In an #if a name that means nothing is 0; the word `defined` exists as long as one is parsed.
-bool inCondition() { return keywordNamed("defined") != nullptr; }
+// In a group of lines that is skipped nothing is known of the names, and nothing is to be declared.
+ExprNode *idleName() {
+    if (followsAfterBlanks("(")) {
+        int depth = 0;
+        do {
+            char c = lineBuffer[linePos];
+            if (!c)
+                break;
+            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+            linePos++;
+        } while (depth > 0);
+    }
+    return newIntNode(0);
+}
 
 // A function that is called and not declared: its file tells what it is. In run mode there will be
 // no end of the parse, so all of the file is read now.
@@ -91,14 +104,14 @@ void findFunction(NameEntry *name, bool runMode) {
 }
 
 ExprNode *unknownName(NameEntry *name, bool runMode) {
+    if (conditionIdle)
+        return idleName();
     if (startsStreamForm(name))
         return parsePrimary(newOperatorNode(keywordNamed(name->text)->code), runMode);
     if (followsAfterBlanks("(")) {
         findFunction(name, runMode);
         if (name->symbol)
             return newSymbolNode(name->symbol);
-    } else if (inCondition()) {
-        return newIntNode(0);
     }
     pushedBack = true;
     return nullptr;

@@ -6,11 +6,6 @@
 
 namespace zy {
 
-__attribute__((weak)) ExprNode *parseDefined() {
-    parseError("invalid operand for defined() operation ");
-    return nullptr;
-}
-
 __attribute__((weak)) ExprNode *parseCommandSubstitution(bool) {
     parseError("undefined operation");
     return nullptr;

@@ -6,13 +6,15 @@
 #include "expr/value.h"
 #include "front/lexerParts.h"
 #include "front/names.h"
+#include "front/preprocessor.h"
+#include "front/preprocessorState.h"
 #include "instance/report.h"
 
 namespace zy {
 
 namespace {
 
-constexpr int DIRECTIVE_CODE = 25;  // of the statement word #
+constexpr int DIRECTIVE_CODE = 25;  // of the word #
 constexpr int DOT_CODE = 722;
 
 // Goes to the first character of a token. False: the line has ended, and its end is the token.
@@ -80,11 +82,14 @@ void deliverName(uint16_t hash) {
     tokenValue.name = name;
 }
 
+bool isDirective() {
+    return tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_STATEMENT &&
+           currentKeyword.code == DIRECTIVE_CODE;
+}
+
 // A macro can't make a directive: its text would be run in the middle of a line.
 void refuseDirective(int expansion) {
-    bool directive = tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_STATEMENT &&
-                     currentKeyword.code == DIRECTIVE_CODE;
-    if (!directive || expansion != MACRO_EXPANDED)
+    if (!isDirective() || expansion != MACRO_EXPANDED)
         return;
     SourcePosition position = {currentLine, ""};
     parsePosition(position);
@@ -164,6 +169,10 @@ bool skipDots() {
     return true;
 }
 
+// Whether a # begins a directive here. The text of a directive and that of a macro's arguments are
+// read with their # as tokens.
+bool directivesRun() { return linesFollow() && !e_lang->rawLineMode && e_lang->macroExpansionOn && !directivesIdle; }
+
 // False: no token yet, the scan goes on.
 bool scanOperator() {
     char *text = lineBuffer + linePos;
@@ -177,12 +186,17 @@ bool scanOperator() {
     unsigned sum = 0;
     for (int i = 0; i < length; i++)
         sum += static_cast<unsigned char>(text[i]);
+    bool fromMacro = expansionCount && lineOrigins[linePos];
     const KeywordEntry *row = findKeyword(text, static_cast<uint16_t>(sum), length);
     if (!row) {
         deliverChar(c);
         return true;
     }
     deliverKeyword(row);
+    if (isDirective() && directivesRun() && !fromMacro) {
+        runDirective();
+        return false;
+    }
     return !skipDots();
 }
 

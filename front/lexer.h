@@ -53,8 +53,8 @@ inline Value *takeConstant() {
 // Finishes a message with the current token, a line feed and the position.
 void tokenContext();
 
-// What the lexer calls and others have: the line reader of directives, macro expansion, the end of
-// an included file, the interactive reader. front/preprocessorHooks.cpp stands in for them.
+// What the lexer calls: the line reader of directives (front/conditions.cpp), macro calls
+// (front/macroExpansion.cpp), the end of an included file (front/includedFiles.cpp), the console.
 //
 // Reads lines until one is to be compiled.
 void readFilteredLine(FILE *stream);

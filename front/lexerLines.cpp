@@ -7,6 +7,7 @@
 #include "expr/scope.h"
 #include "expr/value.h"
 #include "front/lexerParts.h"
+#include "front/preprocessorState.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -140,6 +141,7 @@ void releaseSourceLines() {
 void readSourceLine() {
     linePos = 0;
     pushedBack = endOfInput = false;
+    forgetExpansions();
     if (stringMode)
         replayNextLine();
     else if (!fileMode)

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "front/preprocessor.h"
+
 namespace zy {
 
 SourceKeeper::SourceKeeper() {
@@ -16,10 +18,24 @@ SourceKeeper::SourceKeeper() {
     memcpy(lines, savedLines, sizeof lines);
     memset(sourceFiles, 0, sizeof files);
     sourceDepth = -1;
+    if (expansionCount)
+        memcpy(origins, lineOrigins, sizeof origins);
+    openMacroCalls++;
+    conditionGroup = nullptr;
+    condDepth = skipLevel = 0;
 }
 
 SourceKeeper::~SourceKeeper() {
+    leaveIncludedFiles();
     closeSources();
+    resetConditions();
+    conditionGroup = group;
+    condDepth = openGroups;
+    skipLevel = skipped;
+    openMacroCalls--;
+    expansionCount = replaced;
+    if (expansionCount)
+        memcpy(lineOrigins, origins, sizeof origins);
     memcpy(sourceFiles, files, sizeof files);
     memcpy(sourceNames, names, sizeof names);
     memcpy(savedLines, lines, sizeof lines);

@@ -1,8 +1,9 @@
-// Keeps the place of the reader, lines, token and source stack, while other text is read: the
-// head of a function file, a text that a running script hands to the parser.
+// Keeps the place of the reader, lines, token, source stack and groups of lines, while other text
+// is read: the head of a function file, a text that a running script hands to the parser.
 #pragma once
 
 #include "front/lexerParts.h"
+#include "front/preprocessorState.h"
 
 namespace zy {
 
@@ -24,6 +25,10 @@ private:
     int openExpressions = expressionDepth;
     int rawLines, inContinuation, commaEnds, lineOffset;
     const char *shownFile;
+    ConditionGroup *group = conditionGroup;
+    int32_t openGroups = condDepth, skipped = skipLevel;
+    int replaced = expansionCount;
+    uint16_t origins[SOURCE_LINE_MAX];
     FILE *files[SOURCE_DEPTH_MAX];
     const char *names[SOURCE_DEPTH_MAX];
     int32_t lines[SOURCE_DEPTH_MAX];

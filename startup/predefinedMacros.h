@@ -1,4 +1,4 @@
-// The macros that every parse starts with.
+// record header: the macros that every parse starts with.
 #pragma once
 
 namespace zy {
@@ -9,7 +9,7 @@ struct PredefinedMacro {
     bool onlyRestricted;  // defined in the restricted shell alone
 };
 
-extern const PredefinedMacro predefinedMacros[];
-extern const int predefinedMacroCount;
+constexpr int PREDEFINED_MACROS = 10;
+extern const PredefinedMacro predefinedMacros[PREDEFINED_MACROS];
 
 }  // namespace zy

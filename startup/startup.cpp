@@ -5,11 +5,13 @@
 #include "expr/context.h"
 #include "extern/include/embedzy.h"
 #include "front/lexerState.h"
+#include "front/preprocessor.h"
 #include "front/tokens.h"
 #include "instance/report.h"
 #include "startup/builtins.h"
 #include "startup/home.h"
 #include "startup/options.h"
+#include "startup/paths.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
 #include "startup/userData.h"
@@ -64,6 +66,7 @@ int initExecution() {
     resetContexts();
     preallocateValues(PREALLOCATED_VALUES);
     createSystemVariables();
+    rememberStartFolder(workingFolder().c_str());
     storeArguments();
     clearFunctionName();
     return errorFlag ? -1 : 0;

@@ -1,4 +1,4 @@
-// State of the room: what the start has found out about the system, the user and the arguments.
+// record header: state of the room: what the start has found out about the system, the user and the arguments.
 // startupState.cpp defines the cells; releaseStartup() gives each its first value.
 #pragma once
 

@@ -256,6 +256,16 @@ void onIntegerSystemVariableSet(int slot, Symbol *symbol) {
         row->assigned(*row, symbol->storageCell);
 }
 
+void appendToPathVariable(int slot, const char *text) {
+    const SystemVariable *row = findRow(slot);
+    VarCell *cell = systemCell(slot);
+    std::string list = cell->data.text ? cell->data.text : "";
+    if (list.find(text) != list.npos)
+        return;
+    setCellText(cell, (list + text).c_str());
+    row->assigned(*row, cell);
+}
+
 void createSystemVariables() {
     createBaseFrame();
     for (Symbol *symbol = systemSymbols; symbol; symbol = symbol->next) {

@@ -1,4 +1,4 @@
-// The system variables: script-visible variables whose names begin with `_` and whose change has an
+// record header: the system variables: script-visible variables whose names begin with `_` and whose change has an
 // effect outside. They live in the base frame, each in a slot of its own.
 #pragma once
 
@@ -15,6 +15,8 @@ enum SystemSlot {
     SLOT_PATH = 47,
     SLOT_CWD = 48,
     SLOT_FPATH = 60,
+    SLOT_LPATH = 61,
+    SLOT_IPATH = 63,
     SLOT_CWDN = 67,
     SLOT_PROMPT = 68,
     SLOT_STATUS = 73,  // the last one with a start value
@@ -30,6 +32,9 @@ void initSystemVariable(int slot, Symbol *symbol);
 // To be called when a script has stored a new value: what this variable stands for follows.
 void onSystemVariableSet(int slot, Symbol *symbol);         // string variables
 void onIntegerSystemVariableSet(int slot, Symbol *symbol);  // int variables
+
+// Lengthens a list of folders, unless it holds the text already.
+void appendToPathVariable(int slot, const char *text);
 
 // The name of the variable in a slot from SLOT_WARNING to SLOT_STATUS, else NULL.
 const char *systemVariableName(int slot);

@@ -12,6 +12,7 @@
 #include "expr/scope.h"
 #include "expr/thread.h"
 #include "front/lexer.h"
+#include "front/preprocessor.h"
 #include "instance/report.h"
 #include "stmt/lists.h"
 #include "stmt/resolve.h"
@@ -151,9 +152,20 @@ void parseCharacter() {
     }
 }
 
+// `. file` reads a script as if its text stood here.
+bool isDotCommand() {
+    char next = lineBuffer[linePos];
+    return currentKeyword.code == OP_MEMBER && (next == ' ' || next == '\t' || next == '"');
+}
+
 void parseKeyword() {
     switch (currentKeyword.keywordClass) {
-        case KC_OPERATOR: parseExpressionStatement(); break;
+        case KC_OPERATOR:
+            if (isDotCommand())
+                runDirective();
+            else
+                parseExpressionStatement();
+            break;
         case KC_TYPE: parseDeclarationStatement(); break;
         case KC_CLAUSE: parseClause(currentKeyword.code); break;
         case KC_STATEMENT: parseWordStatement(currentKeyword.code); break;
@@ -206,10 +218,11 @@ void parseProgram(bool) {
     syntaxErrors = 0;
     for (;;) {
         currentStmt = nullptr;
+        nextToken();
+        // Directives and the reader of lines have complained by themselves.
         if (errorFlag)
             parseOk = 0;
         errorFlag = 0;
-        nextToken();
         if (endOfInput && tokenClass == TK_CHAR && tokenValue.character == '\n') {
             if (atEndOfInput())
                 continue;

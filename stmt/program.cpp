@@ -11,9 +11,12 @@
 #include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
+#include "front/macros.h"
+#include "front/preprocessor.h"
 #include "front/tokens.h"
 #include "front/vocabularySwitches.h"
 #include "instance/langState.h"
+#include "startup/predefinedMacros.h"
 #include "stmt/lists.h"
 #include "stmt/parseStack.h"
 
@@ -170,6 +173,7 @@ void releaseProgram() {
     delete rootStmt;
     rootStmt = globalBlock = currentBlock = nullptr;
     parseTop = -1;
+    freeMacros();
     releaseSourceLines();
     releaseKeptTexts();
 }
@@ -177,6 +181,10 @@ void releaseProgram() {
 // ---- Start --------------------------------------------------------------------------------------
 
 void newProgram() {
+    resetPreprocessor();
+    for (const PredefinedMacro &macro : predefinedMacros)
+        if (!macro.onlyRestricted || e_lang->restricted)
+            defineMacro(macro.name, macro.value, nameHash(macro.name));
     rootStmt = newStmtNode(STMT_ROOT);
     globalBlock = newStmtNode(STMT_BLOCK);
     rootStmt->operandA.statement = globalBlock;

@@ -12,6 +12,7 @@
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
 #include "front/lexer.h"
+#include "front/preprocessor.h"
 #include "front/vocabularySwitches.h"
 #include "instance/report.h"
 
@@ -159,8 +160,7 @@ void parseWordStatement(int code) {
         return;
     }
     if (code == STMT_DIRECTIVE) {
-        parseError("invalid directive");
-        linePos = lineLength;
+        runDirective();
         return;
     }
     bool isFor = code == STMT_FOREACH;

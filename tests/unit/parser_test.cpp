@@ -10,6 +10,7 @@
 #include "expr/operators.h"
 #include "expressionTrees.h"
 #include "front/lexer.h"
+#include "front/preprocessorState.h"
 #include "stmt/parseStack.h"
 
 namespace zy {
@@ -629,11 +630,13 @@ TEST_F(Parser, RefusedTexts) {
               refusalOf("(a * / b)"));
 }
 
-TEST_F(Parser, UndefinedNamesOfAConditionAreZero) {
-    addKeyword(KC_OPERATOR, "defined", OP_DEFINED);
+TEST_F(Parser, NamesMeanNothingInSkippedConditions) {
+    conditionIdle = true;
     EXPECT_EQ("(OR 0 a)", treeOf("nothing || a"));
+    EXPECT_EQ("(OR 0 0)", treeOf("no(1, (2)) || 0"));
+    conditionIdle = false;
     EXPECT_EQ(0, errorFlag);
-    removeKeyword("defined", nameHash("defined"), keywordTable);
+    EXPECT_EQ(nullptr, lookupName("no")->symbol);
 }
 
 // Whatever the words, the parse ends, leaves no node and puts its cells back.

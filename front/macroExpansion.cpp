@@ -1,0 +1,397 @@
+// Macro calls. The name of a macro, and the arguments behind it, are replaced in lineBuffer, and
+// the lexer goes on at the same place, so that a replacement is read as if it had been written
+// there.
+//
+// A text that names its own macro would be replaced without end. So each character of the line
+// knows the expansion that it came of, and an expansion the one in which its macro's name stood: a
+// name that came of its own macro is left alone. The characters of an argument keep where they came
+// from, for `max(max(a, b), c)` names max twice and means it.
+
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "expr/value.h"
+#include "front/lexerParts.h"
+#include "front/macros.h"
+#include "front/names.h"
+#include "front/preprocessorParts.h"
+#include "instance/report.h"
+
+namespace zy {
+
+namespace {
+
+// Some text brings forth ever more of itself.
+constexpr int EXPANSIONS_MAX = 20000;  // of one line
+constexpr int NESTING_MAX = 1000;      // whose first token is again that of a macro
+
+uint16_t originAt(int position) { return expansionCount ? lineOrigins[position] : 0; }
+
+bool comesFrom(const MacroEntry *macro, uint16_t origin) {
+    for (; origin && origin <= expansionCount; origin = expansions[origin - 1].parent)
+        if (expansions[origin - 1].macro == macro)
+            return true;
+    return false;
+}
+
+// The number of a new expansion; 0 if there are too many.
+uint16_t newExpansion(const MacroEntry *macro, uint16_t parent) {
+    if (expansionCount == EXPANSIONS_MAX)
+        return 0;
+    if (expansionCount == expansionRoom) {
+        int room = expansionRoom ? expansionRoom * 2 : 64;
+        void *grown = realloc(expansions, static_cast<size_t>(room) * sizeof(Expansion));
+        if (!grown)
+            return 0;
+        expansions = static_cast<Expansion *>(grown);
+        expansionRoom = room;
+    }
+    if (expansionCount == 0)
+        memset(lineOrigins, 0, sizeof lineOrigins);
+    expansions[expansionCount++] = {macro, parent};
+    return static_cast<uint16_t>(expansionCount);
+}
+
+// A text whose characters know where they came from.
+class TracedText {
+public:
+    void append(const std::string &piece, uint16_t origin) {
+        text += piece;
+        origins.insert(origins.end(), piece.size(), origin);
+    }
+    void append(const TracedText &piece) {
+        text += piece.text;
+        origins.insert(origins.end(), piece.origins.begin(), piece.origins.end());
+    }
+    // Of lineBuffer.
+    void appendLine(int from, int to) {
+        text.append(lineBuffer + from, lineBuffer + to);
+        for (int i = from; i < to; i++)
+            origins.push_back(originAt(i));
+    }
+    void trimBlank() {
+        if (!text.empty() && text.back() == ' ') {
+            text.pop_back();
+            origins.pop_back();
+        }
+    }
+    void clear() {
+        text.clear();
+        origins.clear();
+    }
+
+    std::string text;
+    std::vector<uint16_t> origins;
+};
+
+using Arguments = std::vector<TracedText>;
+
+// ---- Reading arguments ------------------------------------------------------------------------
+
+bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
+
+// Reads the arguments of a call, with linePos behind the `(`.
+class ArgumentReader {
+public:
+    // False if the text ended before the `)`.
+    bool read(Arguments &arguments);
+
+private:
+    bool readArgument();
+    bool readToken();
+    void appendCurrent(int start);
+    bool skipSpace();
+    static bool atEnd() {
+        return lineBuffer[linePos] == '\0' || (lineBuffer[linePos] == '\n' && !linesFollow());
+    }
+
+    TracedText pending;
+    int depth = 0;
+};
+
+// Over ends of lines too; whether there was any.
+bool ArgumentReader::skipSpace() {
+    int16_t position = linePos;
+    int32_t line = currentLine;
+    peekNonBlank();
+    return linePos != position || currentLine != line;
+}
+
+void ArgumentReader::appendCurrent(int start) {
+    uint16_t origin = originAt(start);
+    bool isString = tokenClass == TK_CONSTANT && tokenValue.constant->type == DT_STRING;
+    std::string text;
+    if (isString && linePos > start) {  // as it is written: it may be put in quotes
+        text.assign(lineBuffer + start, lineBuffer + linePos);
+        dropToken();
+    } else {
+        appendToken(text, start);
+    }
+    if (isChar('\\') && lineBuffer[linePos] == '"')
+        text += lineBuffer[linePos++];
+    pending.append(text, origin);
+}
+
+// One token into the pending text. False at the end of the text.
+bool ArgumentReader::readToken() {
+    if (atEnd())
+        return false;
+    if (strncmp(lineBuffer + linePos, "...", 3) == 0) {
+        pending.append("...", originAt(linePos));
+        linePos = static_cast<int16_t>(linePos + 3);
+        return true;
+    }
+    int16_t start = linePos;
+    nextToken();
+    if (endOfInput && isChar('\n'))
+        return false;
+    // The look-up of a keyword may have stepped on, to see whether the word is called.
+    const char *name = tokenName();
+    if (name && linePos > start)
+        linePos = static_cast<int16_t>(start + static_cast<int16_t>(strlen(name)));
+    appendCurrent(start);
+    depth += isChar('(') ? 1 : isChar(')') ? -1 : 0;
+    return true;
+}
+
+// Up to the comma or parenthesis that ends the argument.
+bool ArgumentReader::readArgument() {
+    skipSpace();
+    while (depth > 0 || (lineBuffer[linePos] != ')' && lineBuffer[linePos] != ',')) {
+        if (!readToken())
+            return false;
+        if (skipSpace())
+            pending.append(" ", 0);
+    }
+    pending.trimBlank();
+    return true;
+}
+
+bool ArgumentReader::read(Arguments &arguments) {
+    for (bool isLast = false; !isLast;) {
+        if (!readArgument())
+            return false;
+        isLast = lineBuffer[linePos++] == ')';
+        if (!isLast || !pending.text.empty())
+            arguments.push_back(pending);
+        pending.clear();
+    }
+    return true;
+}
+
+// ---- Substitution -----------------------------------------------------------------------------
+
+size_t countOf(const MacroCell *list) {
+    size_t count = 0;
+    for (; list; list = list->next)
+        count++;
+    return count;
+}
+
+// False after a message.
+bool matchArguments(const MacroEntry *macro, Arguments &arguments) {
+    size_t wanted = countOf(macro->params);
+    if (arguments.size() + (macro->variadic ? 1 : 0) < wanted) {
+        parseError("argument mismatch, need additional actual parameters in macro substitution");
+        return false;
+    }
+    if (arguments.size() > wanted && !macro->variadic) {
+        parseError("argument mismatch, too many actual parameters in macro substitution ");
+        return false;
+    }
+    while (arguments.size() > wanted) {
+        TracedText last = arguments.back();
+        arguments.pop_back();
+        arguments.back().append(",", 0);
+        arguments.back().append(last);
+    }
+    arguments.resize(wanted);
+    return true;
+}
+
+std::string quoted(const char *text) { return std::string("\"") + text + '"'; }
+
+std::string currentLineNumber() {
+    const NameEntry *entry = lookupName("__LINE__");
+    const TypeInfo *symbol = entry ? entry->symbol : nullptr;
+    int line = symbol && symbol->constant ? symbol->constant->payload.i : currentLine;
+    return std::to_string(line);
+}
+
+// What one of the predefined names stands for in a replacement; other texts stay.
+std::string predefinedValue(const std::string &text) {
+    if (text.compare(0, 2, "__") != 0)
+        return text;
+    if (text == "__LINE__")
+        return currentLineNumber();
+    if (text == "__STDC__")
+        return "1";
+    if (text == "__STDC_VERSION__")
+        return "199409L";
+    bool isName = text == "__FILE__" || text == "__DATE__" || text == "__TIME__";
+    const char *predefined = isName ? predefinedText(text.c_str()) : nullptr;
+    return predefined ? quoted(predefined) : text;
+}
+
+std::string stringizedChar(char c, bool inString) {
+    static constexpr char letters[] = "abtnvfr";  // of the characters from 7 on
+    if (c == '\0')
+        return "\\\\0";
+    if (c >= 7 && c <= 13)
+        return std::string("\\\\") + letters[c - 7];
+    if (c == '\'')
+        return inString ? "'" : "\\'";
+    if (c == '\\')
+        return inString ? "\\\\" : "\\";
+    return std::string(1, c);
+}
+
+void stringizeArgument(std::string &dest, const std::string &text) {
+    bool inString = false;
+    dest += '"';
+    for (size_t i = 0; i < text.size(); i++) {
+        char c = text[i];
+        if (c == '"') {
+            if (i == 0 || text[i - 1] != '\\')
+                inString = !inString;
+            dest += "\\\"";
+        } else {
+            dest += stringizedChar(c, inString);
+            if (c == '\\' && !inString && i + 1 < text.size() && text[i + 1] == '"') {
+                dest += "\"";
+                i++;
+            }
+        }
+    }
+    dest += '"';
+}
+
+// Appends the body with the arguments in their places.
+void substituteBody(const MacroEntry *macro, const Arguments &arguments, uint16_t expansion,
+                    TracedText &line) {
+    for (const MacroCell *cell = macro->body; cell; cell = cell->next) {
+        const TracedText *argument = cell->paramIndex ? &arguments[cell->paramIndex - 1] : nullptr;
+        if (argument && argument->text.compare(0, 2, "__") == 0 &&
+            predefinedValue(argument->text) != argument->text) {
+            line.append(predefinedValue(argument->text), expansion);
+        } else if (argument) {
+            line.append(*argument);
+        } else if (cell->next && cell->next->paramIndex && strcmp(cell->text, "#") == 0) {
+            cell = cell->next;
+            std::string text;
+            stringizeArgument(text, arguments[cell->paramIndex - 1].text);
+            line.append(text, expansion);
+        } else {
+            line.append(macro->functionLike ? predefinedValue(cell->text) : cell->text, expansion);
+        }
+    }
+}
+
+// ---- The line ---------------------------------------------------------------------------------
+
+// Makes the text the line, with the cursor at a position. False if it doesn't fit.
+bool rewriteLine(const TracedText &line, int position) {
+    if (line.text.size() >= SOURCE_LINE_MAX)
+        return false;
+    memcpy(lineBuffer, line.text.c_str(), line.text.size() + 1);
+    memcpy(lineOrigins, line.origins.data(), line.origins.size() * sizeof(uint16_t));
+    lineOrigins[line.text.size()] = 0;
+    lineLength = static_cast<int16_t>(line.text.size());
+    linePos = static_cast<int16_t>(position);
+    return true;
+}
+
+// False, and the line stays, if the replacement is refused.
+bool replaceCall(const MacroEntry *macro, const TracedText &prefix, uint16_t origin,
+                 Arguments &arguments, bool &reachesEnd) {
+    uint16_t expansion = newExpansion(macro, origin);
+    if (!expansion || (macro->functionLike && !matchArguments(macro, arguments)))
+        return false;
+    TracedText line = prefix;
+    substituteBody(macro, arguments, expansion, line);
+    reachesEnd = linePos == lineLength;
+    line.appendLine(linePos, lineLength);
+    return rewriteLine(line, static_cast<int>(prefix.text.size()));
+}
+
+// Whether the cursor's next character is `(`. A look ahead stays on the line.
+bool callFollows(bool crossLines) {
+    if (crossLines)
+        peekNonBlank();
+    else
+        skipBlanks(linePos, lineBuffer);
+    return lineBuffer[linePos] == '(';
+}
+
+bool readArguments(Arguments &arguments) {
+    int saved = e_lang->macroExpansionOn;
+    e_lang->macroExpansionOn = 0;
+    linePos++;
+    bool complete = ArgumentReader().read(arguments);
+    e_lang->macroExpansionOn = saved;
+    dotsSeen = false;
+    return complete;
+}
+
+void reportExpansion(const MacroEntry *macro) {
+    parseError("in expansion of macro '%s'", macro->name);
+}
+
+enum Outcome { NO_CALL, REPLACED, FAILED };
+
+// Replaces the call of the macro whose name ends at linePos.
+Outcome replace(const MacroEntry *macro, bool crossLines, bool &reachesEnd) {
+    auto start = linePos - static_cast<int>(strlen(macro->name));
+    uint16_t origin = originAt(start);
+    if (comesFrom(macro, origin))
+        return NO_CALL;
+    TracedText prefix;
+    prefix.appendLine(0, start);
+    Arguments arguments;
+    if (macro->functionLike) {
+        openMacroCalls++;
+        bool isCall = callFollows(crossLines), complete = isCall && readArguments(arguments);
+        openMacroCalls--;
+        if (!complete)
+            return isCall ? FAILED : NO_CALL;
+    }
+    return replaceCall(macro, prefix, origin, arguments, reachesEnd) ? REPLACED : FAILED;
+}
+
+}  // namespace
+
+bool replaceMacro(const char *name, uint16_t hash) {
+    const MacroEntry *macro = findHashedMacro(name, hash);
+    bool reachesEnd = false;
+    if (!macro)
+        return false;
+    Outcome outcome = replace(macro, false, reachesEnd);
+    if (outcome == FAILED)
+        reportExpansion(macro);
+    return outcome == REPLACED;
+}
+
+int expandMacro(const char *name, uint16_t hash) {
+    const MacroEntry *macro = findHashedMacro(name, hash);
+    bool reachesEnd = false;
+    if (!macro)
+        return MACRO_NONE;
+    Outcome outcome = replace(macro, true, reachesEnd);
+    if (outcome == NO_CALL)
+        return MACRO_NONE;
+    if (outcome == FAILED || nestedExpansions == NESTING_MAX) {
+        reportExpansion(macro);
+        deliverChar(';');
+        return MACRO_EXPANDED;
+    }
+    bool hadError = errorFlag;
+    nestedExpansions++;
+    nextToken();
+    nestedExpansions--;
+    if (errorFlag && !hadError)
+        reportExpansion(macro);
+    return reachesEnd ? MACRO_EXPANDED_TO_LINE_END : MACRO_EXPANDED;
+}
+
+}  // namespace zy
