@@ -1,6 +1,7 @@
 // A parsed program: its root, main block, labels. One program is held at a time.
 #pragma once
 
+#include "front/fileNames.h"
 #include "stmt/stmtNode.h"
 
 namespace zy {
