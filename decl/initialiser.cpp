@@ -1,18 +1,23 @@
-// Initial values of scalars and pointers.
+// Initial values: the choice between a list and an expression, and what is done with either, now or
+// when the declaration runs.
 
 #include "decl/initialiser.h"
 
 #include "decl/funcInfo.h"
+#include "decl/initialiserList.h"
 #include "expr/evaluator.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/parser.h"
+#include "expr/scope.h"
 #include "expr/select.h"
 #include "expr/thread.h"
 #include "front/lexer.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
+#include "numeric/initList.h"
+#include "numeric/shape.h"
 #include "stmt/parser.h"
 
 namespace zy {
@@ -40,13 +45,64 @@ bool braceFollows() { return lineBuffer[linePos] == '{'; }
 bool takesList(const TypeInfo *symbol) {
     bool takes = symbol->kind == KIND_C_ARRAY || symbol->kind == KIND_ARRAY ||
                  (symbol->kind == KIND_SIMPLE && symbol->dataType == DT_STRUCT);
-    if (!takes)
+    if (!takes) {
         parseError("initializer starting with '{'");
+        skipBraceList();
+    }
     return takes;
 }
 
-void refuseList(const TypeInfo *symbol) {
-    parseError("'%s' cannot be initialized by a list", symbol->name->text);
+bool isArrayVariable(const TypeInfo *symbol) {
+    return symbol->kind == KIND_C_ARRAY || symbol->kind == KIND_ARRAY;
+}
+
+bool isObject(const TypeInfo *symbol) {
+    return symbol->dataType == DT_STRUCT &&
+           (symbol->kind == KIND_SIMPLE || isArrayVariable(symbol));
+}
+
+bool hasConstructor(const TypeInfo *symbol) {
+    return isObject(symbol) && symbol->structLink && symbol->structLink->constructor;
+}
+
+// A text literal for a computational array of characters, where a list would stand.
+bool textFollows(const TypeInfo *symbol) {
+    int type = symbol->dataType;
+    bool isText = symbol->kind == KIND_ARRAY && (type == DT_CHAR || type == DT_UCHAR);
+    return isText && lineBuffer[linePos] == '"';
+}
+
+// A statement that gives the variable a list; `code` says who runs its values.
+void prepareList(StmtNode *statement, TypeInfo *symbol, int code) {
+    statement->operandA.tree = newSymbolNode(symbol);
+    statement->operandB.tree = newOperatorNode(code);
+}
+
+// The list behind the =, in the statement.
+bool readList(TypeInfo *symbol, StmtNode *statement) {
+    if (isObject(symbol) && !hasConstructor(symbol))
+        return parseStructList(symbol, statement, symbol->kind != KIND_SIMPLE);
+    return parseBraceList(symbol, statement);
+}
+
+// A list told the size of an array that has storage already, but no elements.
+void completeStorage(TypeInfo *symbol) {
+    VarCell *cell = symbol->storageCell;
+    if (!cell || !isArrayVariable(symbol) || cell->data.p)
+        return;
+    releaseShape(cell->shape);
+    initCell(cell, symbol, symbol->kind);
+}
+
+// The chain of a list's values. Long lists have none: each value is evaluated when it is stored.
+ExprNode *threadList(const ExprNode *list) {
+    int count = 0;
+    for (const ExprNode *cell = list->left; cell; cell = cell->next)
+        count++;
+    if (count <= CHAINED_VALUES_MAX)
+        return compileChain(list->left, nullptr, false);
+    threadArguments(list->left);
+    return nullptr;
 }
 
 // ---- Now --------------------------------------------------------------------------------------
@@ -83,7 +139,7 @@ void refuseValue(const ExprNode *tree) {
     runStatus = RUN_CLEAN;
     parseOk = 0;
     parseError("invalid initializer");
-    const TypeInfo *function = calledFunction(tree);
+    const TypeInfo *function = tree ? calledFunction(tree) : nullptr;
     if (function && function->functionLink && !function->functionLink->body)
         parseError("function %s() cannot be used as an initializer for variable of static duration",
                    function->name->text);
@@ -101,13 +157,46 @@ void evaluateInto(ExprNode *leaf, ExprNode *tree) {
 
 }  // namespace
 
+// ---- Lists, now ---------------------------------------------------------------------------------
+
+namespace {
+
+void refuseValues(const ExprNode *values) {
+    while (values && !calledFunction(values->item))
+        values = values->next;
+    refuseValue(values ? values->item : nullptr);
+}
+
+void evaluateList(const ExprNode *list, TypeInfo *symbol) {
+    ParseTimeRun run;
+    if (ExprNode *chain = threadList(list))
+        runNested(chain);
+    if (runStatus != RUN_CLEAN)
+        refuseValues(list->left);
+    else
+        assignInitList(list, symbol);
+}
+
+void parseStaticList(TypeInfo *symbol) {
+    StmtNode statement{};
+    prepareList(&statement, symbol, 0);
+    bool isRead = readList(symbol, &statement);
+    completeStorage(symbol);
+    if (isRead && !errorFlag)
+        evaluateList(statement.operandB.tree, symbol);
+    deleteNode(statement.operandA.tree);
+    deleteNode(statement.operandB.tree);
+}
+
+}  // namespace
+
 void parseStaticInitialiser(TypeInfo *symbol) {
     if (isTypedef(symbol) || isRestrictedPointer(symbol))
         return;
     peekAndExpand();
-    if (braceFollows()) {
+    if (braceFollows() || symbol->kind == KIND_C_ARRAY || textFollows(symbol)) {
         if (takesList(symbol))
-            refuseList(symbol);
+            parseStaticList(symbol);
         return;
     }
     ExprNode *tree = parseAssignmentExpression(false);
@@ -125,6 +214,21 @@ void parseStaticInitialiser(TypeInfo *symbol) {
 
 // ---- When the declaration runs ----------------------------------------------------------------
 
+namespace {
+
+void parseAutoList(TypeInfo *symbol) {
+    StmtNode *statement = appendPending(pendingBefore, STMT_INITIALISE);
+    if (!statement)
+        return;
+    prepareList(statement, symbol, OP_PRINT_LIST);
+    bool isRead = readList(symbol, statement);
+    completeStorage(symbol);
+    if (isRead && !errorFlag)
+        statement->chain = threadList(statement->operandB.tree);
+}
+
+}  // namespace
+
 void parseAutoInitialiser(TypeInfo *symbol) {
     bool isLocalExtern = symbol->storage == STORAGE_EXTERN && e_lang->runInitialisers;
     if (isLocalExtern)
@@ -132,9 +236,9 @@ void parseAutoInitialiser(TypeInfo *symbol) {
     if (isLocalExtern || isTypedef(symbol))
         return;
     peekNonBlank();
-    if (braceFollows() || symbol->kind == KIND_C_ARRAY) {
+    if (braceFollows() || symbol->kind == KIND_C_ARRAY || textFollows(symbol)) {
         if (takesList(symbol))
-            refuseList(symbol);
+            parseAutoList(symbol);
         return;
     }
     ExprNode *tree = parseAssignmentExpression(false);

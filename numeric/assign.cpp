@@ -13,6 +13,7 @@
 #include "numeric/assignSource.h"
 #include "numeric/arrayStorage.h"
 #include "numeric/convert.h"
+#include "numeric/initList.h"
 #include "numeric/shape.h"
 #include "numeric/subscripts.h"
 #include "startup/systemSlots.h"
@@ -470,6 +471,10 @@ void assignValue(ExprNode *target, ExprNode *value) {
     TypeInfo *symbol = variableOf(target);
     if (!symbol)
         return;
+    if (value->kind == NODE_OPERATOR && value->op == OP_PRINT_LIST) {
+        assignInitList(value, symbol);
+        return;
+    }
     Source source(value);
     if (symbol->kind == KIND_REFERENCE && bindReference(value, symbol))
         return;

@@ -16,6 +16,7 @@
 #include "numeric/convert.h"
 #include "numeric/specialValues.h"
 #include "platform/files.h"
+#include "rtlib/printAggregate.h"
 
 namespace zy {
 
@@ -23,7 +24,7 @@ namespace {
 
 enum class Source { VALUE, CELL };
 
-enum class Class { INTEGER, REAL, PAIR, TEXT, ADDRESS, STREAM, NOTHING, UNKNOWN };
+enum class Class { INTEGER, REAL, PAIR, TEXT, ADDRESS, STREAM, ARRAY, OBJECT, NOTHING, UNKNOWN };
 
 bool isChar(int type) { return type == DT_CHAR || type == DT_UCHAR; }
 bool isTextType(int type) { return type == DT_STRING || type == DT_P_CHAR || type == DT_P_UCHAR; }
@@ -47,7 +48,8 @@ Class classOf(const Value *value) {
         case DT_P_FILE: return Class::STREAM;
         case DT_NAME:
         case DT_CARRAY: return Class::ADDRESS;
-        case DT_P_ARRAY: return Class::UNKNOWN;
+        case DT_ARRAY:
+        case DT_P_ARRAY: return Class::ARRAY;
         default: break;
     }
     if (isIntegral(type))
@@ -319,11 +321,38 @@ const char *writePrefix(Sink &sink, const char *format) {
     return percent;
 }
 
+// The text behind a conversion stands once, behind the last element.
+void printElements(Sink &sink, const Conversion *conversion, const Value *array) {
+    int type = array->payload2.elementType;
+    if (type == DT_STRUCT) {
+        runWarning("fprintf(stderr,) unsupported data type");
+        return;
+    }
+    Conversion element;
+    if (conversion)
+        element = *conversion;
+    element.tail = "";
+    printArray(sink, conversion ? &element : nullptr, type, array->payload.p, array->shape);
+}
+
+// The elements of an array by the conversion, the members of an object by their types.
+void printParts(Sink &sink, const Conversion *conversion, const Value *value) {
+    void *data = value->payload.p;
+    if (value->type == DT_P_ARRAY && isNullAddress(data))
+        sink.write("NULL\n");
+    else
+        printElements(sink, conversion, value);
+}
+
 // False: what follows in the format that led here isn't written.
 bool printDefault(Sink &sink, const Value *value, Source source) {
     Class valueClass = classOf(value);
     if (valueClass == Class::STREAM) {
         printStream(sink, value);
+        return true;
+    }
+    if (valueClass == Class::ARRAY || valueClass == Class::OBJECT) {
+        printParts(sink, nullptr, value);
         return true;
     }
     const char *format = writePrefix(sink, defaultFormat(value, source));
@@ -342,6 +371,11 @@ void printGiven(Sink &sink, const Conversion &conversion, const Value *value, So
     if (conversion.kind == CONVERT_TEXT && !allowsText(value)) {
         runError("print an invalid string");
         sink.fail();
+        return;
+    }
+    if (classOf(value) == Class::ARRAY) {
+        printParts(sink, &conversion, value);
+        sink.write(conversion.tail);
         return;
     }
     bool tailFollows = suits(classOf(value), conversion.kind)
@@ -385,12 +419,17 @@ int printValue(Sink &sink, const char *format, const Value *value) {
     return printAny(sink, format, value, Source::VALUE);
 }
 
+int printView(Sink &sink, const Conversion *conversion, const Value *view) {
+    return printAny(sink, conversion, view, Source::CELL);
+}
+
 int printCell(Sink &sink, const char *format, const VarCell *cell) {
     Value view{};
     view.kind = NODE_VALUE;
     view.type = cell->type;
     view.payload = cell->data;
     view.payload2 = cell->data2;
+    view.shape = cell->shape;
     view.count = cell->count;
     return printAny(sink, format, &view, Source::CELL);
 }

@@ -18,6 +18,8 @@ int printConverted(Sink &sink, const Conversion &conversion, const Value *value)
 // The same for storage, where defaults don't follow _formatf and _formatd and a text that is NULL
 // shows as "NULL".
 int printCell(Sink &sink, const char *format, const VarCell *cell);
+// The same for storage that a Value borrows.
+int printView(Sink &sink, const Conversion *conversion, const Value *view);
 
 // The text that a value is, if it is one: a string, pointer to char or array of char. NULL else.
 // `limit` is where it ends at the latest.

@@ -24,6 +24,8 @@ public:
 
     long long count() const { return written; }
     bool hasFailed() const { return failed; }
+    // Whether the rows of arrays are cut to the width of a terminal.
+    bool wrapsLines() const { return stream && (stream == stdout || stream == stderr); }
     // The count as the result of a call: -1 after a failure.
     int result() const;
 
