@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "expr/arrayRoutines.h"
 #include "expr/compoundFamilies.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"

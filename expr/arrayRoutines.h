@@ -1,0 +1,23 @@
+// Routines of operators on arrays: operands from the stack to the operator's entry and the result
+// back. A record that isn't the result goes back; what it owned, the entry has released.
+#pragma once
+
+#include "expr/value.h"
+#include "numeric/arrayOperators.h"
+
+namespace zy {
+
+using ArrayEntry = Value *(*)(Value *left, Value *right, int code);
+void runArrayUnary(ExprNode *node, ArrayEntry entry);
+void runArrayBinary(ExprNode *node, ArrayEntry entry);
+
+template <ArrayEntry entry>
+void arrayUnary(ExprNode *node) {
+    runArrayUnary(node, entry);
+}
+template <ArrayEntry entry>
+void arrayBinary(ExprNode *node) {
+    runArrayBinary(node, entry);
+}
+
+}  // namespace zy

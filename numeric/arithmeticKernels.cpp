@@ -1,0 +1,135 @@
+// The kernels of + - * / and pow, by operation, element type and the places of the scalars.
+
+#include "expr/operators.h"
+#include "expr/scalarFamilies.h"
+#include "numeric/elementLoops.h"
+#include "numeric/elementTypes.h"
+#include "numeric/mathFunctions.h"
+
+namespace zy {
+
+namespace {
+
+// ---- Operations ---------------------------------------------------------------------------------
+
+struct AddElements {
+    template <class T>
+    static T of(T a, T b) {
+        if constexpr (isPairType<T>)
+            return complexAdd(a, b);
+        else
+            return Add::of(a, b);
+    }
+};
+struct SubtractElements {
+    template <class T>
+    static T of(T a, T b) {
+        if constexpr (isPairType<T>)
+            return complexSub(a, b);
+        else
+            return Subtract::of(a, b);
+    }
+};
+struct MultiplyElements {
+    template <class T>
+    static T of(T a, T b) {
+        if constexpr (isPairType<T>)
+            return multiplyPairs(a, b);
+        else
+            return Multiply::of(a, b);
+    }
+};
+// Of numbers with a point; a zero divisor is a number like others there.
+struct DivideElements {
+    template <class T>
+    static T of(T a, T b) {
+        if constexpr (isPairType<T>)
+            return dividePairs(a, b);
+        else
+            return a / b;
+    }
+};
+struct PowerOfElements {
+    template <class T>
+    static T of(T a, T b) {
+        if constexpr (std::is_integral_v<T>)
+            return truncateTo<T>(realPow(static_cast<double>(a), static_cast<double>(b)));
+        else
+            return InWidth<Power>::of(a, b);
+    }
+};
+
+// Integers have no quotient by zero: the scalar operator's stands in, and the loop tells.
+template <class T>
+T quotient(T a, T b, bool &byZero) {
+    if (b == 0) [[unlikely]] {
+        byZero = true;
+        return static_cast<T>(INTEGER_BY_ZERO);
+    }
+    if (isMinusOne(b)) [[unlikely]]
+        return Subtract::of(T{0}, a);
+    return a / b;
+}
+
+template <class T, OperandForm form>
+bool divideIntegers(void *to, const void *left, const void *right, size_t count) {
+    auto *result = static_cast<T *>(to);
+    auto *a = static_cast<const T *>(left);
+    auto *b = static_cast<const T *>(right);
+    bool byZero = false;
+    for (size_t i = 0; i < count; i++)
+        result[i] =
+            quotient(form == SCALAR_ARRAY ? *a : a[i], form == ARRAY_SCALAR ? *b : b[i], byZero);
+    return byZero;
+}
+
+// ---- Tables -------------------------------------------------------------------------------------
+
+template <class Operation, OperandForm form>
+struct Arithmetic {
+    template <class T>
+    struct Of {
+        static bool run(void *to, const void *left, const void *right, size_t count) {
+            constexpr bool divides = std::is_same_v<Operation, DivideElements>;
+            if constexpr (std::is_integral_v<T> && sizeof(T) < sizeof(int))
+                return false;
+            else if constexpr (divides && std::is_integral_v<T>)
+                return divideIntegers<T, form>(to, left, right, count);
+            else
+                return combineElements<Operation, T, T, form>(to, left, right, count);
+        }
+    };
+};
+
+using KernelTable = std::array<ElementKernel, ELEMENT_TYPES>;
+template <class Operation>
+constexpr std::array<KernelTable, OPERAND_FORMS> tablesOf() {
+    return {elementTable<ElementKernel, Arithmetic<Operation, ARRAY_ARRAY>::template Of>(),
+            elementTable<ElementKernel, Arithmetic<Operation, ARRAY_SCALAR>::template Of>(),
+            elementTable<ElementKernel, Arithmetic<Operation, SCALAR_ARRAY>::template Of>()};
+}
+
+struct OperationRow {
+    int code;
+    std::array<KernelTable, OPERAND_FORMS> kernels;
+};
+constexpr OperationRow operations[] = {
+    {OP_ARRAYS_ADD, tablesOf<AddElements>()},
+    {OP_ARRAYS_SUBTRACT, tablesOf<SubtractElements>()},
+    {OP_ELEMENT_MULTIPLY, tablesOf<MultiplyElements>()},
+    {OP_ELEMENT_DIVIDE, tablesOf<DivideElements>()},
+    {OP_ARRAYS_POWER, tablesOf<PowerOfElements>()},
+};
+
+}  // namespace
+
+ElementKernel arithmeticKernel(int arraysCode, int elementType, OperandForm form) {
+    if (!isElementType(elementType) || elementType < DT_INT)
+        return nullptr;
+    for (const OperationRow &row : operations)
+        if (row.code == arraysCode)
+            return row.kernels[form][elementType];
+    return nullptr;
+}
+
+}  // namespace zy

@@ -1,0 +1,177 @@
+#include "numeric/arrayOperands.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "instance/report.h"
+#include "numeric/arrayValue.h"
+#include "numeric/elementTypes.h"
+
+namespace zy {
+
+// ---- Steps --------------------------------------------------------------------------------------
+
+namespace {
+
+// Elements of a block: two operands and the result of the widest type stay in the nearest cache.
+constexpr size_t BLOCK = 512;
+constexpr size_t WIDEST = sizeof(Complex<double>);
+
+}  // namespace
+
+bool runStep(const ElementStep &step, void *to, size_t count) {
+    if (!step.left.convert && !step.right.convert)
+        return step.kernel(to, step.left.data, step.right.data, count);
+    alignas(64) unsigned char left[BLOCK * WIDEST], right[BLOCK * WIDEST];
+    bool byZero = false;
+    for (size_t begin = 0; begin < count; begin += BLOCK) {
+        size_t length = std::min(BLOCK, count - begin);
+        byZero |= step.kernel(static_cast<char *>(to) + begin * step.resultBytes,
+                              step.left.block(begin, length, left),
+                              step.right.block(begin, length, right), length);
+    }
+    return byZero;
+}
+
+void runInto(const ArrayResult &result, const ElementStep &step) {
+    if (runStep(step, result.elements(), result.count()))
+        runWarning("integer divide by zero ");
+}
+
+// ---- Operands -----------------------------------------------------------------------------------
+
+ArrayOperand::ArrayOperand(Value *value)
+    : value(value), data(nullptr), elementType(DT_NULL), count(0), shape(nullptr) {
+    if (!isArrayLike(static_cast<int>(value->type)) || !value->payload.p)
+        return;
+    data = value->payload.p;
+    elementType = value->payload2.elementType;
+    count = value->count;
+    shape = value->shape;
+}
+
+bool ArrayOperand::isNumeric() const { return isElementType(elementType); }
+
+ScratchMemory::ScratchMemory(size_t bytes) : memory(bytes ? allocOrFail(bytes) : nullptr) {}
+ScratchMemory::~ScratchMemory() { free(memory); }
+
+int commonType(int left, int right) { return std::max({left, right, static_cast<int>(DT_INT)}); }
+
+ElementSource sourceOf(const ArrayOperand &operand, int kernelType) {
+    bool same = operand.elementType == kernelType;
+    return {operand.data, same ? nullptr : conversionKernel(kernelType, operand.elementType),
+            static_cast<size_t>(elementSize(operand.elementType))};
+}
+
+// ---- Pairs of operands --------------------------------------------------------------------------
+
+namespace {
+
+bool haveSameExtents(const ShapeNode *first, const ShapeNode *second) {
+    for (; first && second; first = first->next, second = second->next)
+        if (int64_t{first->extent.limit} - first->extent.lower !=
+            int64_t{second->extent.limit} - second->extent.lower)
+            return false;
+    return !first && !second;
+}
+
+bool ordersDiffer(const ArrayOperand &left, const ArrayOperand &right) {
+    return isFortranOrdered(left.shape) != isFortranOrdered(right.shape) &&
+           haveSameExtents(left.shape, right.shape) && left.isNumeric() && right.isNumeric();
+}
+
+}  // namespace
+
+ArrayPair::ArrayPair(Value *leftValue, Value *rightValue)
+    : left(leftValue),
+      right(rightValue),
+      leftIsModel(!isFortranOrdered(left.shape)),
+      mixesOrders(ordersDiffer(left, right)),
+      ordered(mixesOrders ? size_t{count()} * elementSize(other().elementType) : 0) {
+    if (!ordered.get())
+        return;
+    ArrayOperand &columns = leftIsModel ? right : left;
+    reorderElements(ordered.get(), columns.data, model().shape, columns.shape, count(),
+                    static_cast<uint32_t>(elementSize(columns.elementType)));
+    columns.data = ordered.get();
+}
+
+ScalarElement::ScalarElement(const Value *value, int kernelType) : bytes{} {
+    fillFromScalar(bytes, 1, kernelType, value);
+}
+
+// ---- Results ------------------------------------------------------------------------------------
+
+namespace {
+
+// Whether an operand's memory can hold the result.
+bool canBecome(const Value *operand, size_t elementBytes, uint32_t count) {
+    return operand && isArrayLike(static_cast<int>(operand->type)) &&
+           operand->ownership == ARRAY_OWNED && operand->count == count && operand->payload.p &&
+           isElementType(operand->payload2.elementType) &&
+           static_cast<size_t>(elementSize(operand->payload2.elementType)) == elementBytes;
+}
+
+void takeShape(Value *result, const Value *model) {
+    if (result == model)
+        return;
+    releaseShape(result->shape);
+    result->shape = copyShape(model->shape);
+}
+
+Value *newResult(const Value *model, int elementType, uint32_t count) {
+    Value *result = isArrayLike(static_cast<int>(model->type))
+                        ? newArrayLike(model, elementType)
+                        : newArrayValue(elementType, nullptr);
+    if (!result || result->count == count)
+        return result;
+    memset(result->payload.p, 0, size_t{result->count} * elementSize(elementType));
+    result->count = std::min(count, result->count);
+    return result;
+}
+
+void releaseOperand(Value *operand) {
+    if (operand && isArrayLike(static_cast<int>(operand->type)))
+        releaseArrayValue(operand);
+}
+
+}  // namespace
+
+ArrayResult::ArrayResult(const ArrayOperand &model, const ArrayOperand *other, int elementType,
+                         uint32_t count)
+    : left(model.value), right(other ? other->value : nullptr), result(nullptr) {
+    size_t bytes = static_cast<size_t>(elementSize(elementType));
+    if (canBecome(left, bytes, count) && shapeCount(model.shape) == count)
+        result = left;
+    else if (canBecome(right, bytes, count) && shapeCount(model.shape) == count)
+        result = right;
+    if (!result) {
+        result = newResult(left, elementType, count);
+        return;
+    }
+    takeShape(result, left);
+    result->type = DT_ARRAY;
+    result->payload2.elementType = elementType;
+    result->payload2.castFlag = 0;
+}
+
+ArrayResult::~ArrayResult() {
+    if (left != result)
+        releaseOperand(left);
+    if (right && right != result && right != left)
+        releaseOperand(right);
+}
+
+void ArrayResult::clear() {
+    memset(elements(), 0, size_t{count()} * elementSize(result->payload2.elementType));
+}
+
+void reportNullOperand(const char *operatorText) {
+    int status = runStatus;
+    runError("NULL computational array as operand for array %s", operatorText);
+    runStatus = status;
+    noteRunWarning();
+}
+
+}  // namespace zy
