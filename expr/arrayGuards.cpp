@@ -14,8 +14,9 @@ namespace zy {
 
 namespace {
 
+// Of a variable or member, and of a function whose result is an array.
 ShapeKnowledge declaredKnowledge(const TypeInfo *info) {
-    if (!isArray(dataTypeOf(info)))
+    if (!isArray(dataTypeOf(info)) && info->kind != KIND_FUNCTION)
         return SHAPE_KNOWN;
     if (!info->arrayLink || info->arrayLink->rank == 0)
         return SHAPE_RANK_UNKNOWN;

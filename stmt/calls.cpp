@@ -19,6 +19,7 @@
 #include "instance/report.h"
 #include "numeric/assign.h"
 #include "numeric/convert.h"
+#include "stmt/arrayArguments.h"
 #include "stmt/execute.h"
 
 namespace zy {
@@ -119,9 +120,14 @@ VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
 VarCell *newFormal(TypeInfo *formal, ExprNode *cell) {
     if (isByReference(formal))
         return newReference(formal, cell);
+    bool isArray = isArrayFormal(formal);
+    TypeInfo *variable = isArray && takesArrayCell(formal) ? variableOf(cell->item) : nullptr;
+    if (variable)
+        return newArrayArgument(formal, findVarCell(variable));
     bool popped;
     Value *value = operandOf(cell->item, popped);
-    VarCell *argument = newArgument(formal, value);
+    VarCell *argument =
+        isArray && value ? newArrayArgument(formal, value) : newArgument(formal, value);
     if (value && popped)
         deleteValue(value);
     return argument;
@@ -271,19 +277,35 @@ void releaseCall(ExecContext *context) {
     setFunctionName(caller->function ? shownName(caller->function->owner) : "");
 }
 
-// The value of a return, converted to what the function gives; NULL for none.
-Value *returnedValue(ExprNode *tree, int returnType) {
+// The value of a return, which the caller owns; NULL for none.
+Value *operandOfReturn(ExprNode *tree) {
     if (!tree)
         return nullptr;
     bool popped;
     Value *value = operandOf(tree, popped);
+    return value && !popped ? copyNode(value) : value;
+}
+
+// The same converted to what the function gives.
+Value *returnedValue(ExprNode *tree, const FuncInfo *function) {
+    Value *value = operandOfReturn(tree);
+    if (returnsArray(function))
+        return arrayReturnValue(function, value);
+    int returnType = function->returnType;
     if (!value)
         return nullptr;
-    if (!popped)
-        value = copyNode(value);
     if (value->type != static_cast<uint32_t>(returnType))
         convertScalar(value, returnType);
     return value;
+}
+
+// Of an array one without elements.
+Value *zeroResult(const FuncInfo *function) {
+    if (!returnsArray(function))
+        return newZeroValue(function->returnType);
+    Value *array = newZeroValue(DT_ARRAY);
+    array->payload2.elementType = function->returnType;
+    return array;
 }
 
 // The frames of the function's blocks, from the innermost outward.
@@ -301,9 +323,9 @@ void returnFromFunction() {
     const StmtNode *statement = context->statement;
     Value *value = function->returnType == DT_VOID
                        ? newZeroValue(DT_VOID)
-                       : returnedValue(statement->operandA.tree, function->returnType);
+                       : returnedValue(statement->operandA.tree, function);
     if (!value)
-        value = newZeroValue(function->returnType);
+        value = zeroResult(function);
     value->next = caller->stack;
     caller->stack = value;
     releaseBlocks(context);
