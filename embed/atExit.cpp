@@ -1,20 +1,8 @@
 // The functions that a script has given to atexit.
 
 #include "embed/scriptDriver.h"
-#include "expr/evaluator.h"
-#include "expr/nodes.h"
-#include "expr/operators.h"
-#include "expr/thread.h"
 
 namespace zy {
-
-void callWithoutArguments(void *function) {
-    ExprNode *call = newOperatorNode(OP_CALL, newSymbolNode(static_cast<TypeInfo *>(function)));
-    runNested(compileChain(call, nullptr, false));
-    if (currentContext->stack)
-        deleteValue(popValue());
-    deleteNode(call);
-}
 
 namespace {
 

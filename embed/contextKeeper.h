@@ -1,6 +1,7 @@
 // Keeps the place of a running script while texts are parsed and run in the middle of it.
 #pragma once
 
+#include "expr/calls.h"
 #include "expr/context.h"
 #include "instance/langState.h"
 
@@ -12,6 +13,11 @@ public:
     ContextKeeper(const ContextKeeper &) = delete;
     ContextKeeper &operator=(const ContextKeeper &) = delete;
     ~ContextKeeper() {
+        if (runCutShort() && !isLive()) {
+            currentContext->statement = nullptr;
+            currentContext->chain = nullptr;
+            return;
+        }
         context->statement = statement;
         context->chain = chain;
         context->phase = phase;
@@ -19,6 +25,13 @@ public:
     }
 
 private:
+    bool isLive() const {
+        const ExecContext *live = allContexts;
+        while (live && live != context)
+            live = live->allNext;
+        return live != nullptr;
+    }
+
     ExecContext *context = currentContext;
     StmtNode *statement = context->statement;
     ExprNode *chain = context->chain;

@@ -6,6 +6,7 @@
 
 #include "embed/evalText.h"
 #include "embed/hostTypes.h"
+#include "embed/hostValues.h"
 #include "embed/kernel.h"
 #include "expr/calls.h"
 #include "expr/guards.h"
@@ -35,40 +36,14 @@ Value *evaluate(const char *expr, int &status) {
     return currentContext->stack ? popValue() : nullptr;
 }
 
-template <class Number>
-void put(void *result, Number number) {
-    memcpy(result, &number, sizeof number);
-}
-
-// The small integers go through a double; the low bytes are stored.
-void putSmallInteger(void *result, int type, const Value *value) {
-    double number = readDouble(value);
-    bool isUnsigned = type == DT_UCHAR || type == DT_USHORT || type == DT_UINT;
-    int64_t bits = isUnsigned ? truncateToInt64(number) : truncateToInt32(number);
-    memcpy(result, &bits, static_cast<size_t>(sizeofType(type)));  // low bytes first here
-}
-
 // The text replaces an old one of the host.
 void putText(void *result, const Value *value) {
     char *old;
     memcpy(&old, result, sizeof old);
     free(old);
     bool isText = value->type == DT_STRING || value->type == DT_P_CHAR;
-    put(result, isText ? copyString(value->payload.text) : copyString(valueToText(value).c_str()));
-}
-
-void putNumber(void *result, int type, const Value *value) {
-    switch (type) {
-        case DT_LLONG: put(result, readSigned64(value)); break;
-        case DT_ULLONG: put(result, readUnsigned64(value)); break;
-        case DT_FLOAT: put(result, static_cast<float>(readDouble(value))); break;
-        case DT_DOUBLE: put(result, readDouble(value)); break;
-        case DT_COMPLEX:
-        case DT_DUAL: put(result, readComplex(value)); break;
-        case DT_DCOMPLEX:
-        case DT_DDUAL: put(result, readDoubleComplex(value)); break;
-        default: putSmallInteger(result, type, value);
-    }
+    char *text = copyString(isText ? value->payload.text : valueToText(value).c_str());
+    memcpy(result, &text, sizeof text);
 }
 
 void storeForHost(void *result, int type, const Value *value) {
@@ -76,101 +51,14 @@ void storeForHost(void *result, int type, const Value *value) {
         int element = isPointer(type) ? dereference(type) : type;
         memcpy(result, value->payload.p, static_cast<size_t>(elementSize(element)) * value->count);
     } else if (isPointer(type)) {
-        put(result, value->payload.p);
+        memcpy(result, &value->payload.p, sizeof value->payload.p);
     } else if (type >= 0 && isScalarNumeric(type)) {
-        putNumber(result, type, value);
+        storeNumber(result, type, value);
     } else if (type == DT_STRING) {
         putText(result, value);
     } else {
         plainError("unsupported data type for Zy_ExprCalc()");
     }
-}
-
-// ---- Values from the host -----------------------------------------------------------------------
-
-bool isAggregateCode(int code) {
-    return code == ZY_TYPE_STRUCT || code == ZY_TYPE_CLASS || code == ZY_TYPE_UNION;
-}
-
-// A copy of the object of a tag; NULL after a message.
-Value *objectFrom(const char *tag, const void *data) {
-    NameEntry *name = tag ? lookupName(tag) : nullptr;
-    Symbol *symbol = name ? name->symbol : nullptr;
-    StructInfo *info = symbol ? symbol->structLink : nullptr;
-    void *copy = info && data ? allocOrFail(info->size) : nullptr;
-    if (!copy) {
-        plainError("invalid argument following struct/class/union type");
-        return nullptr;
-    }
-    memcpy(copy, data, info->size);
-    Value *value = newZeroValue(DT_STRUCT);
-    value->payload.p = copy;
-    value->payload2.structInfo = info;
-    value->owned = 1;
-    return value;
-}
-
-// The host's array: its data isn't copied.
-Value *arrayFrom(int type, va_list list) {
-    int element = va_arg(list, int);
-    void *data = va_arg(list, void *);
-    int rank = va_arg(list, int);
-    Value *value = newZeroValue(type);
-    ShapeNode **end = &value->shape;
-    for (int i = 0; i < rank; i++) {
-        *end = newShapeNode(0, va_arg(list, int));
-        end = &(*end)->next;
-    }
-    value->payload.p = data;
-    value->payload2.elementType = fromHostType(element);
-    value->count = setRowStrides(value->shape);
-    value->ownership = ARRAY_OWNS_SHAPE;
-    return value;
-}
-
-bool isPointerCode(int code) {
-    if (code == ZY_TYPE_P_ENUM || code == ZY_TYPE_PP_VOID + 11 || code == ZY_TYPE_PP_ENUM)
-        return false;
-    return code >= ZY_TYPE_NULLPTR && fromHostType(code) != DT_UNDEFINED;
-}
-
-Value *pointerFrom(int code, void *pointer) {
-    int type = fromHostType(code);
-    Value *value = newZeroValue(code == ZY_TYPE_P_FUNCTION && !pointer ? DT_NULL : type);
-    value->payload.p = pointer;
-    return value;
-}
-
-Value *numberFrom(int type, va_list list) {
-    Value *value = newZeroValue(type);
-    switch (type) {
-        case DT_CHAR:
-        case DT_UCHAR: value->payload.c = static_cast<char>(va_arg(list, int)); break;
-        case DT_SHORT:
-        case DT_USHORT: value->payload.s = static_cast<short>(va_arg(list, int)); break;
-        case DT_INT:
-        case DT_UINT: value->payload.i = va_arg(list, int); break;
-        case DT_FLOAT: value->payload.f = static_cast<float>(va_arg(list, double)); break;
-        case DT_DOUBLE: value->payload.d = va_arg(list, double); break;
-        default: value->payload.ll = va_arg(list, long long);
-    }
-    return value;
-}
-
-// NULL after a message.
-Value *valueFromHost(int code, va_list list) {
-    if (code >= ZY_TYPE_CHAR && code <= ZY_TYPE_DOUBLE)
-        return numberFrom(fromHostType(code), list);
-    if (isAggregateCode(code)) {
-        const char *tag = va_arg(list, char *);
-        return objectFrom(tag, va_arg(list, void *));
-    }
-    if (code == ZY_TYPE_CARRAY || code == ZY_TYPE_ARRAY)
-        return arrayFrom(fromHostType(code), list);
-    if (isPointerCode(code))
-        return pointerFrom(code, va_arg(list, void *));
-    plainError("unknown data type in Zy_SetVar()");
-    return nullptr;
 }
 
 // ---- Zy_SetVar ----------------------------------------------------------------------------------
@@ -195,7 +83,7 @@ int assignChecked(ExprNode *target, Value *value) {
     return 0;
 }
 
-int setVariable(const char *name, int type, va_list list) {
+int setVariable(const char *name, int type, HostArguments &arguments) {
     Symbol *symbol = visibleSymbol(name);
     if (!symbol) {
         plainError("'%s' is not a valid variable in Zy space", name ? name : "");
@@ -206,7 +94,7 @@ int setVariable(const char *name, int type, va_list list) {
     bool isFunction = symbol->kind == KIND_FUNCTION;
     if (isFunction || isLvalue(target, false) != LVALUE_YES) {
         plainError("'%s' is invalid lvalue in Zy_SetVar()", name);
-    } else if (Value *value = valueFromHost(type, list)) {
+    } else if (Value *value = valueFromHost(type, arguments, "Zy_SetVar")) {
         result = assignChecked(target, value);
         deleteValue(value);
     }
@@ -273,7 +161,8 @@ int Zy_DeleteExprValue_kernel(void *, ZyValueHandle value) {
 }
 
 int Zy_vSetVar(void *, const char *name, int type, va_list list) {
-    return setVariable(name, type, list);
+    HostArguments arguments(list);
+    return setVariable(name, type, arguments);
 }
 
 int Zy_DeclareVar_kernel(void *, char *declaration) {

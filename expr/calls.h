@@ -8,6 +8,8 @@ namespace zy {
 
 // The statement loop, stmt/execute.h; false for nested runs.
 void runStatements(bool debug);
+// It ended with the whole run: nothing of what was interrupted is to go on.
+bool runCutShort();
 
 // Parses and runs an expression's text; its value is on the stack, zero for a text that is none.
 // 0, or -1. The embedding interface defines it.

@@ -87,6 +87,19 @@ Value *copyRecord(const Value *value) {
     return copy;
 }
 
+namespace {
+
+// The whole run has ended in a nested one, whose contexts are gone. The operator that waits for a
+// value gets one, and the outer loop finds nothing more to run.
+void endInterrupted() {
+    currentContext->chain = nullptr;
+    currentContext->statement = nullptr;
+    if (!currentContext->stack)
+        pushValue(newZeroValue(DT_INT));
+}
+
+}  // namespace
+
 void runNested(ExprNode *chain) {
     ExecContext *context = currentContext;
     ExprNode *savedChain = context->chain;
@@ -99,6 +112,10 @@ void runNested(ExprNode *chain) {
         context->statement = nullptr;
         unsigned char savedExecuting = executing;
         runStatements(false);
+        if (runCutShort()) {
+            endInterrupted();
+            return;
+        }
         executing = savedExecuting;
     }
     currentContext->chain = savedChain;

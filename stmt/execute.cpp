@@ -99,17 +99,38 @@ void runStatements(bool debug) {
     }
 }
 
+namespace {
+
+void leaveAllFunctions() {
+    while (currentContext->caller)
+        leaveFunction(false);
+    executing = 0;
+    abortRequest = 0;
+    exitRequested = false;
+}
+
+}  // namespace
+
+void endOuterRun() {
+    exitRequested = true;
+    abortRequest = 1;
+}
+
+bool runCutShort() { return runEnded || e_lang->abortedRun; }
+
 void doAbort() {
+    if (exitRequested) {
+        runEnded = true;
+        leaveAllFunctions();
+        return;
+    }
     if (wantsEvent(EVENT_ABORT))
         deliverEvent(EVENT_ABORT);
     abortRequest = 0;  // the functions given to atexit run to their ends
     runAtExit();
-    while (currentContext->caller)
-        leaveFunction(false);
     freeAtExitList();
     e_lang->abortedRun = 1;
-    executing = 0;
-    abortRequest = 0;
+    leaveAllFunctions();
 }
 
 bool truthOf(ExprNode *tree) {

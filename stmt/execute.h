@@ -19,11 +19,14 @@ void saveStatementPhases(ExecContext *context, StmtNode *body);
 void restoreStatementPhases(ExecContext *context, StmtNode *body);
 
 // Cells (stmt/runState.cpp).
-extern bool stepMode;  // the debugger's single-stepping is on
-extern bool runEnded;  // _exit or _abort ended the run: main isn't called any more
+extern bool stepMode;       // the debugger's single-stepping is on
+extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
+extern bool exitRequested;  // with abortRequest: the run is to end that way
 
-// The end of a run that Zy_Abort() asked for.
+// The end of a run that Zy_Abort() asked for, or _exit in a call from the host during that run.
 void doAbort();
+// The run ends before its next statement, as _exit ends one.
+void endOuterRun();
 // Defined by the embedding interface, which calls the functions.
 void runAtExit();
 void freeAtExitList();

@@ -6,5 +6,6 @@ namespace zy {
 
 bool stepMode;
 bool runEnded;
+bool exitRequested;
 
 }  // namespace zy
