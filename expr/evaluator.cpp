@@ -3,6 +3,7 @@
 #include "expr/evaluator.h"
 
 #include "expr/calls.h"
+#include "expr/direct.h"
 #include "expr/evaluatorState.h"
 #include "expr/events.h"
 #include "expr/operands.h"
@@ -34,12 +35,22 @@ void countStep() {
 
 void runChainWithEvents() {
     for (ExprNode *node = currentContext->chain; node; node = advance()) {
-        countStep();
+        if (node->kind == NODE_BRANCHES)
+            noteDirectSteps(node->left);
+        else
+            countStep();
         node->routine(node);
     }
 }
 
 }  // namespace
+
+void noteDirectSteps(const ExprNode *tree) {
+    if (!wantsEvent(EVENT_STEP)) [[likely]]
+        return;
+    for (int steps = countSteps(tree); steps > 0; steps--)
+        countStep();
+}
 
 void runChain() {
     if (wantsEvent(EVENT_STEP)) [[unlikely]] {

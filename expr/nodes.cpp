@@ -108,9 +108,9 @@ StructInfo *newStructInfo(TypeInfo *tag) {
 
 namespace {
 
-// `fourth` of these is a record of the threading, no operand.
+// `fourth` is a record of the threading, no operand.
 bool keepsBranches(const ExprNode *node) {
-    return node->op == OP_OR || node->op == OP_AND || node->op == OP_CONDITIONAL;
+    return node->fourth && node->fourth->kind == NODE_BRANCHES;
 }
 
 // Told by the leaf alone: a variable may have been released before a tree that names it.
@@ -311,10 +311,7 @@ void pushOperands(const ExprNode *node, DeleteWork &work) {
     work.push(node->left);
     work.push(node->right);
     work.push(node->third);
-    if (!keepsBranches(node))
-        work.push(node->fourth);
-    else if (node->fourth)
-        recycleValue(node->fourth);
+    work.push(node->fourth);
 }
 
 }  // namespace

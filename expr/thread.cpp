@@ -13,6 +13,7 @@
 
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
+#include "expr/direct.h"
 #include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
 #include "expr/nodes.h"
@@ -31,8 +32,12 @@ public:
 
     // Puts a node in front of the chain.
     void emit(ExprNode *node) {
-        node->next = head;
+        emitReady(node);
         node->routine = routineFor(node);
+    }
+    // One that has its routine.
+    void emitReady(ExprNode *node) {
+        node->next = head;
         head = node;
     }
     // Trees to put in front next, the nearest to the chain first. Their constants are read where
@@ -391,9 +396,12 @@ void ChainBuilder::put(Waiting next) {
     if (!tree)
         return;
     size_t mark = waiting.size();
-    if (tree->kind == NODE_OPERATOR)
-        threadingOf(tree->op)(*this, tree);
-    else if (tree->kind == NODE_LIST)
+    if (tree->kind == NODE_OPERATOR) {
+        if (ExprNode *direct = directNode(tree))
+            emitReady(direct);
+        else
+            threadingOf(tree->op)(*this, tree);
+    } else if (tree->kind == NODE_LIST)
         for (ExprNode *cell = tree; cell; cell = cell->next)
             waiting.push_back({cell->item, next.keepConstants});
     else if (tree->kind == NODE_VALUE && (next.keepConstants || isEvaluated(tree)))

@@ -25,7 +25,8 @@ enum NodeKind : uint32_t {
     NODE_FOREACH = 5,
     NODE_ARRAY_INFO = 6,
     NODE_EXTENT = 7,
-    NODE_BRANCHES = 8,  // left, right: where the chains of a threaded && || ?: begin; not owned
+    NODE_BRANCHES = 8,  // left, right: where the chains of a threaded && || ?: begin, or the direct
+                        // tree whose number the node pushes; not owned
     NODE_FUNC_INFO = 9,
     NODE_STRUCT_INFO = 10,
 };
@@ -65,12 +66,17 @@ union Payload2 {
 
 // Runs one operator node; chosen when the node is threaded into a chain.
 using NodeRoutine = void (*)(ExprNode *node);
+// Computes the number of a tree that needs no stack (expr/direct.h).
+using DirectInteger = int64_t (*)(ExprNode *tree);
+using DirectReal = double (*)(ExprNode *tree);
 
 struct ExprNode {
     ExprNode *next;  // the Value below on a stack; the next free record; the next node of a chain
     union {
-        void *link;           // cleared at allocation
-        NodeRoutine routine;  // of a threaded operator
+        void *link;             // cleared at allocation
+        NodeRoutine routine;    // of a threaded operator
+        DirectInteger integer;  // of a direct tree, by its static type
+        DirectReal real;
     };
     uint32_t kind;  // NodeKind
     union {

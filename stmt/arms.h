@@ -29,7 +29,7 @@ enum LoopProgress : unsigned char { NOT_STARTED, CONDITION_DUE, VALUE_STANDS };
 void advanceForeach(ExecContext *context, StmtNode *statement, const char *failure);
 void abandonForeach(ExecContext *context, StmtNode *statement);
 
-// Reads the operand as a truth value and gives its record back.
-bool truthOf(ExprNode *tree);
+// The condition of a statement, whose chain has run, as a truth value.
+bool truthOf(const StmtNode *statement);
 
 }  // namespace zy

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "decl/funcInfo.h"
+#include "expr/direct.h"
 #include "expr/evaluator.h"
 #include "expr/events.h"
 #include "expr/readers.h"
@@ -133,7 +134,12 @@ void doAbort() {
     leaveAllFunctions();
 }
 
-bool truthOf(ExprNode *tree) {
+bool truthOf(const StmtNode *statement) {
+    ExprNode *tree = statement->operandA.tree;
+    if (!statement->chain && isStatementTree(tree)) {
+        noteDirectSteps(tree);
+        return directInteger(tree) != 0;
+    }
     bool popped;
     Value *value = operandOf(tree, popped);
     if (!value)
@@ -201,8 +207,8 @@ void runIf(ExecContext *context, StmtNode *statement) {
             return;
     }
     progress = NOT_STARTED;
-    StmtNode *part = truthOf(statement->operandA.tree) ? statement->operandB.statement
-                                                       : statement->operandC.statement;
+    StmtNode *part =
+        truthOf(statement) ? statement->operandB.statement : statement->operandC.statement;
     moveTo(context, part ? part : statement->next);
 }
 
@@ -238,7 +244,7 @@ void runLoop(ExecContext *context, StmtNode *statement) {
     }
     if (!conditionRead(context, statement))
         return;
-    bool goesOn = !statement->operandA.tree || truthOf(statement->operandA.tree);
+    bool goesOn = !statement->operandA.tree || truthOf(statement);
     decideLoop(context, statement, goesOn);
 }
 
@@ -252,7 +258,7 @@ void runDo(ExecContext *context, StmtNode *statement) {
         return;
     if (!statement->operandA.tree)
         runError("invalid do-loop");
-    decideLoop(context, statement, statement->operandA.tree && truthOf(statement->operandA.tree));
+    decideLoop(context, statement, statement->operandA.tree && truthOf(statement));
 }
 
 // ---- Jumps --------------------------------------------------------------------------------------

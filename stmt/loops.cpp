@@ -1,5 +1,6 @@
 // Statements with a condition and a body: if, while, for, do, foreach.
 
+#include "expr/direct.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
@@ -25,7 +26,8 @@ bool parseCondition(StmtNode *statement, const char *word) {
     }
     if (!isPointer(type) && type != DT_STRING)
         convertTree(tree, DT_INT);
-    statement->chain = compileChain(tree, nullptr, false);
+    if (!makeDirectCondition(tree))
+        statement->chain = compileChain(tree, nullptr, false);
     return !errorFlag;
 }
 
@@ -87,7 +89,7 @@ namespace {
 StmtNode *newStep(ExprNode *tree) {
     StmtNode *step = newStmtNode(tree ? STMT_EXPRESSION : STMT_NULL);
     step->operandA.tree = tree;
-    if (tree && !errorFlag)
+    if (tree && !errorFlag && !makeDirectStatement(tree))
         step->chain = compileChain(tree, nullptr, false);
     return step;
 }

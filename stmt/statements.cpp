@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "decl/declaration.h"
+#include "expr/direct.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
@@ -40,7 +41,8 @@ void parseExpressionStatement() {
     statement->operandA.tree = tree;
     if (!tree || errorFlag)
         return;
-    statement->chain = compileChain(tree, nullptr, false);
+    if (!makeDirectStatement(tree))
+        statement->chain = compileChain(tree, nullptr, false);
     expectChar(';', true);
 }
 

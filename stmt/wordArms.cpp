@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "expr/direct.h"
 #include "expr/readers.h"
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
@@ -17,9 +18,22 @@
 
 namespace zy {
 
+namespace {
+
+// Of what has no chain only a plain constant does nothing.
+inline void runDirectStatement(ExprNode *tree) {
+    if (!tree || tree->kind != NODE_OPERATOR || !tree->routine)
+        return;
+    noteDirectSteps(tree);
+    tree->routine(tree);
+}
+
+}  // namespace
+
 void runExpression(ExecContext *context, StmtNode *statement) {
-    // Only a plain constant leaves nothing: it is never pushed.
-    if (statement->chain && context->stack)
+    if (!statement->chain)
+        runDirectStatement(statement->operandA.tree);
+    else if (context->stack)
         deleteValue(popValue());
     moveTo(context, statement->next);
 }

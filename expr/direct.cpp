@@ -1,0 +1,477 @@
+// Which trees are direct, and the function of each of their nodes. The rows say what an operator
+// computes and in which type; the forms of its operands choose among the instances of a template.
+
+#include "expr/direct.h"
+
+#include <array>
+
+#include "expr/directFamilies.h"
+#include "expr/nodes.h"
+#include "expr/operators.h"
+#include "expr/typeQueries.h"
+
+namespace zy {
+
+namespace {
+
+constexpr int NO_TYPE = -1;
+// Direct evaluation recurses, so a deeper tree goes through the stack in pieces.
+constexpr int DEPTH_MAX = 48;
+
+DirectForm make(ExprNode *tree, int depth);
+
+constexpr bool isReal4or8(int type) { return type == DT_FLOAT || type == DT_DOUBLE; }
+constexpr bool isInteger(int type) { return type >= 0 && isIntegral(type); }
+
+int adopt(ExprNode *node, DirectInteger function, int type) {
+    node->integer = function;
+    return type;
+}
+int adopt(ExprNode *node, DirectReal function, int type) {
+    node->real = function;
+    return type;
+}
+
+// Calls choose.template operator()<T>() for the C++ type of a number type.
+template <class Choose>
+auto withType(int type, Choose choose) {
+    switch (type) {
+        case DT_CHAR: return choose.template operator()<signed char>();
+        case DT_UCHAR: return choose.template operator()<unsigned char>();
+        case DT_SHORT: return choose.template operator()<short>();
+        case DT_USHORT: return choose.template operator()<unsigned short>();
+        case DT_UINT: return choose.template operator()<unsigned>();
+        case DT_LLONG: return choose.template operator()<long long>();
+        case DT_ULLONG: return choose.template operator()<unsigned long long>();
+        case DT_FLOAT: return choose.template operator()<float>();
+        case DT_DOUBLE: return choose.template operator()<double>();
+        default: return choose.template operator()<int>();
+    }
+}
+
+// ---- Leaves -------------------------------------------------------------------------------------
+
+bool isNumber(int type) { return isInteger(type) || isReal4or8(type); }
+
+// A variable whose cell can only hold its declared type, and whose reading has no side effect.
+bool isPlainVariable(const TypeInfo *symbol) {
+    return symbol->kind == KIND_SIMPLE && isNumber(symbol->dataType) &&
+           symbol->level != SYSTEM_LEVEL && symbol->level != TYPE_ONLY_LEVEL &&
+           symbol->context <= CONTEXT_PARAMETER && !(symbol->qualifiers & QUALIFIER_BUILTIN);
+}
+
+const TypeInfo *plainVariable(const ExprNode *leaf) {
+    const TypeInfo *symbol = variableOf(leaf);
+    return symbol && isPlainVariable(symbol) ? symbol : nullptr;
+}
+
+int makeVariable(ExprNode *leaf, int type) {
+    return withType(type, [&]<class T>() { return adopt(leaf, variableLeaf<T>, type); });
+}
+
+int makeLeaf(ExprNode *leaf) {
+    const TypeInfo *symbol = variableOf(leaf);
+    if (symbol && isPlainVariable(symbol))
+        return makeVariable(leaf, symbol->dataType);
+    if (symbol && (symbol->qualifiers & QUALIFIER_BUILTIN) && symbol->dataType == DT_CONSTANT) {
+        int type = static_cast<int>(symbol->constant->type);
+        if (!isNumber(type))
+            return NO_TYPE;
+        return withType(type, [&]<class T>() { return adopt(leaf, namedConstantLeaf<T>, type); });
+    }
+    if (!standsInPlace(leaf))
+        return NO_TYPE;
+    int type = static_cast<int>(operandInPlace(leaf)->type);
+    if (!isNumber(type))
+        return NO_TYPE;
+    return withType(type, [&]<class T>() { return adopt(leaf, constantLeaf<T>, type); });
+}
+
+// ---- Operands -----------------------------------------------------------------------------------
+
+enum Place { CONSTANT, VARIABLE, TREE, INTEGER_TREE, NOWHERE };
+
+// Whether reading a number of that type as a T keeps to what its register holds.
+template <class T>
+bool reads(int type) {
+    if (std::is_floating_point_v<T>)
+        return isReal4or8(type) || (isInteger(type) && type != DT_ULLONG);
+    constexpr bool isUnsigned = std::is_unsigned_v<T>;
+    if (sizeof(T) == 8)
+        return isInteger(type);
+    if (sizeof(T) == 4)
+        return isInteger(type) && type <= (isUnsigned ? DT_UINT : DT_INT);
+    return type == Scalar<T>::type;
+}
+
+template <class T>
+Place placeOf(ExprNode *operand, int depth) {
+    DirectForm form = operand ? make(operand, depth) : DirectForm{};
+    if (!form || !reads<T>(form.type))
+        return NOWHERE;
+    if (form.type == Scalar<T>::type && plainVariable(operand))
+        return VARIABLE;
+    if (form.type == Scalar<T>::type && operand->kind == NODE_VALUE && operand->type != DT_NAME &&
+        operand->type != DT_CONSTANT)
+        return CONSTANT;
+    return std::is_floating_point_v<T> && isInteger(form.type) ? INTEGER_TREE : TREE;
+}
+
+// The types whose code is worth an instance for each pair of places.
+template <class T>
+constexpr bool isHot = std::is_same_v<T, int> || std::is_same_v<T, double>;
+
+template <class T, class Choose>
+auto withPlace(Place place, Choose choose) {
+    if constexpr (std::is_floating_point_v<T>)
+        if (place == INTEGER_TREE)
+            return choose.template operator()<InIntegerTree<T>>();
+    if constexpr (isHot<T>) {
+        if (place == CONSTANT)
+            return choose.template operator()<InConstant<T>>();
+        if (place == VARIABLE)
+            return choose.template operator()<InVariable<T>>();
+    }
+    return choose.template operator()<InTree<T>>();
+}
+
+using Maker = DirectForm (*)(ExprNode *node, int depth);
+
+template <class Operation, class T, class Result = T>
+DirectForm makeBinary(ExprNode *node, int depth) {
+    Place right = placeOf<T>(node->right, depth), left = placeOf<T>(node->left, depth);
+    if (right == NOWHERE || left == NOWHERE)
+        return {};
+    return withPlace<T>(left, [&]<class Left>() {
+        return withPlace<T>(right, [&]<class Right>() {
+            auto function = binaryNode<Operation, T, Result, Left, Right>;
+            return DirectForm{adopt(node, function, Scalar<Result>::type)};
+        });
+    });
+}
+
+// Equality is that of real numbers; where these are ints, that of ints is the same.
+template <class Operation>
+DirectForm makeEquality(ExprNode *node, int depth) {
+    DirectForm form = makeBinary<Operation, int, int>(node, depth);
+    return form ? form : makeBinary<Operation, double, int>(node, depth);
+}
+
+template <class Operation, class T>
+DirectForm makeShift(ExprNode *node, int depth) {
+    Place right = placeOf<int>(node->right, depth), left = placeOf<T>(node->left, depth);
+    if (right == NOWHERE || left == NOWHERE)
+        return {};
+    return {adopt(node, shiftNode<Operation, T, InTree<T>, InTree<int>>, Scalar<T>::type)};
+}
+
+template <class Operation, class T, class Result = T>
+DirectForm makeUnary(ExprNode *node, int depth) {
+    Place place = placeOf<T>(node->left, depth);
+    if (place == NOWHERE)
+        return {};
+    return withPlace<T>(place, [&]<class Operand>() {
+        auto function = unaryNode<Operation, T, Result, Operand>;
+        return DirectForm{adopt(node, function, Scalar<Result>::type)};
+    });
+}
+
+// ---- Truth --------------------------------------------------------------------------------------
+
+// Calls choose with the register types of two numbers.
+template <class Choose>
+auto withRegisters(int first, int second, Choose choose) {
+    if (isInteger(first))
+        return isInteger(second) ? choose.template operator()<int64_t, int64_t>()
+                                 : choose.template operator()<int64_t, double>();
+    return isInteger(second) ? choose.template operator()<double, int64_t>()
+                             : choose.template operator()<double, double>();
+}
+
+DirectForm makeNot(ExprNode *node, int depth) {
+    DirectForm operand = make(node->left, depth);
+    if (!operand)
+        return {};
+    auto function = isInteger(operand.type) ? notNode<int64_t> : notNode<double>;
+    return {adopt(node, function, DT_INT)};
+}
+
+DirectForm makeShortCircuit(ExprNode *node, int depth) {
+    DirectForm left = make(node->left, depth), right = make(node->right, depth);
+    if (!left || !right)
+        return {};
+    return withRegisters(left.type, right.type, [&]<class L, class R>() {
+        auto function = node->op == OP_AND ? andNode<L, R> : orNode<L, R>;
+        return DirectForm{adopt(node, function, DT_INT)};
+    });
+}
+
+// Branches of two types would have to be widened.
+DirectForm makeConditional(ExprNode *node, int depth) {
+    DirectForm condition = make(node->left, depth);
+    DirectForm first = make(node->right, depth), second = make(node->third, depth);
+    if (!condition || !first || first.type != second.type)
+        return {};
+    return withRegisters(condition.type, first.type, [&]<class C, class R>() {
+        return DirectForm{adopt(node, conditionalNode<C, R>, first.type)};
+    });
+}
+
+DirectForm makeComma(ExprNode *node, int depth) {
+    DirectForm left = make(node->left, depth), right = make(node->right, depth);
+    if (!left || !right)
+        return {};
+    return withRegisters(left.type, right.type, [&]<class L, class R>() {
+        return DirectForm{adopt(node, commaNode<L, R>, right.type), forEffect<commaNode<L, R>>};
+    });
+}
+
+DirectForm makeCast(ExprNode *node, int depth) {
+    const TypeInfo *target = variableOf(node->left);
+    DirectForm source = make(node->right, depth);
+    if (!source || !target || target->level != TYPE_ONLY_LEVEL || target->kind != KIND_SIMPLE ||
+        !isNumber(target->dataType))
+        return {};
+    return withType(source.type, [&]<class From>() {
+        return withType(target->dataType, [&]<class To>() {
+            return DirectForm{adopt(node, castNode<From, To>, target->dataType)};
+        });
+    });
+}
+
+// ---- Stores -------------------------------------------------------------------------------------
+
+template <auto function>
+DirectForm storing(ExprNode *node, int type) {
+    return {adopt(node, function, type), forEffect<function>};
+}
+
+// Whether a store of that source is a plain conversion of its register.
+template <class T>
+bool storesPlainly(int source) {
+    if (std::is_floating_point_v<T>)
+        return reads<T>(source);
+    // An unsigned int goes into a shorter signed type by way of a real number.
+    bool widens = sizeof(T) == 8 || std::is_unsigned_v<T> || source != DT_UINT;
+    return isInteger(source) && widens;
+}
+
+template <class T>
+DirectForm makeAssignTo(ExprNode *node, int source) {
+    if (!storesPlainly<T>(source))
+        return {};
+    constexpr int type = Scalar<T>::type;
+    Place place = std::is_floating_point_v<T> && isInteger(source) ? INTEGER_TREE : TREE;
+    if (isHot<T> && source == type) {
+        bool inPlace = standsInPlace(node->right) && node->right->type != DT_CONSTANT;
+        place = plainVariable(node->right) ? VARIABLE : inPlace ? CONSTANT : TREE;
+    }
+    return withPlace<T>(place,
+                        [&]<class Source>() { return storing<assignNode<T, Source>>(node, type); });
+}
+
+DirectForm makeAssign(ExprNode *node, int depth) {
+    const TypeInfo *target = plainVariable(node->left);
+    DirectForm source = target ? make(node->right, depth) : DirectForm{};
+    if (!source)
+        return {};
+    if (target->dataType == DT_INT && isReal4or8(source.type))
+        return storing<assignRealToInt<InTree<double>>>(node, DT_INT);
+    return withType(target->dataType,
+                    [&]<class T>() { return makeAssignTo<T>(node, source.type); });
+}
+
+// The variable's type is that of the result: no conversion follows.
+template <class Family, class T>
+DirectForm makeCompoundOf(ExprNode *node, int depth) {
+    constexpr int type = Scalar<T>::type;
+    if constexpr (sizeof(T) < 4) {
+        return {};
+    } else {
+        DirectForm source = make(node->right, depth);
+        if (std::is_floating_point_v<T> && source && reads<T>(source.type) &&
+            (type == DT_DOUBLE || source.type != DT_DOUBLE)) {
+            Place place = placeOf<T>(node->right, depth);
+            return withPlace<T>(place, [&]<class Source>() {
+                return storing<compoundNode<Family, T, T, Source>>(node, type);
+            });
+        }
+        if (std::is_integral_v<T> && isInteger(source.type) && source.type <= DT_INT) {
+            Place place = placeOf<int>(node->right, depth);
+            return withPlace<int>(place, [&]<class Source>() {
+                return storing<compoundNode<Family, T, int, Source>>(node, type);
+            });
+        }
+        if (std::is_integral_v<T> && source.type == type)
+            return storing<compoundNode<Family, T, T, InTree<T>>>(node, type);
+        return {};
+    }
+}
+
+template <class Family, bool integersAlone>
+DirectForm makeCompound(ExprNode *node, int depth) {
+    const TypeInfo *target = plainVariable(node->left);
+    if (!target || (integersAlone && !isInteger(target->dataType)))
+        return {};
+    return withType(target->dataType, [&]<class T>() {
+        if constexpr (integersAlone && std::is_floating_point_v<T>)
+            return DirectForm{};
+        else
+            return makeCompoundOf<Family, T>(node, depth);
+    });
+}
+
+template <int step, bool postfix>
+DirectForm makeIncrement(ExprNode *node, int) {
+    const TypeInfo *target = plainVariable(node->left);
+    if (!target)
+        return {};
+    return withType(target->dataType, [&]<class T>() {
+        return storing<incrementNode<T, step, postfix>>(node, Scalar<T>::type);
+    });
+}
+
+// ---- The operators ------------------------------------------------------------------------------
+
+struct Row {
+    int op;
+    Maker make;
+};
+
+#define COMPARISONS(name, T)                                           \
+    {OP_LESS_##name, makeBinary<Less, T, int>},                        \
+        {OP_LESS_EQUAL_##name, makeBinary<LessEqual, T, int>},         \
+        {OP_GREATER_EQUAL_##name, makeBinary<GreaterEqual, T, int>}, { \
+        OP_GREATER_##name, makeBinary<Greater, T, int>                 \
+    }
+#define ARITHMETIC(name, T)                                                               \
+    {OP_ADD_##name, makeBinary<Add, T>}, {OP_MULTIPLY_##name, makeBinary<Multiply, T>}, { \
+        OP_DIVIDE_##name, makeBinary<Divide, T>                                           \
+    }
+#define INTEGERS(name, T)                                                                     \
+    ARITHMETIC(name, T), {OP_MODULO_##name, makeBinary<Modulo, T>},                           \
+        {OP_BIT_OR_##name, makeBinary<BitOr, T>}, {OP_BIT_XOR_##name, makeBinary<BitXor, T>}, \
+        {OP_BIT_AND_##name, makeBinary<BitAnd, T>},                                           \
+        {OP_SHIFT_LEFT_##name, makeShift<ShiftLeft, T>},                                      \
+        {OP_SHIFT_RIGHT_##name, makeShift<ShiftRight, T>}, {                                  \
+        OP_ONES_COMPLEMENT_##name, makeUnary<Complement, T>                                   \
+    }
+
+constexpr Row rows[] = {
+    INTEGERS(INT, int),
+    INTEGERS(UINT, unsigned),
+    INTEGERS(LLONG, long long),
+    INTEGERS(ULLONG, unsigned long long),
+    ARITHMETIC(FLOAT, float),
+    ARITHMETIC(DOUBLE, double),
+    {OP_SUBTRACT_INT, makeBinary<Subtract, int>},
+    {OP_SUBTRACT_UINT, makeBinary<Subtract, unsigned, int>},
+    {OP_SUBTRACT_LLONG, makeBinary<Subtract, long long>},
+    {OP_SUBTRACT_ULLONG, makeBinary<Subtract, unsigned long long, long long>},
+    {OP_SUBTRACT_FLOAT, makeBinary<Subtract, float>},
+    {OP_SUBTRACT_DOUBLE, makeBinary<Subtract, double>},
+    {OP_NEGATE_INT, makeUnary<Negate, int>},
+    {OP_NEGATE_LLONG, makeUnary<Negate, long long>},
+    {OP_NEGATE_FLOAT, makeUnary<Negate, float>},
+    {OP_NEGATE_DOUBLE, makeUnary<Negate, double>},
+    COMPARISONS(CHAR, signed char),
+    COMPARISONS(INT, int),
+    COMPARISONS(UINT, unsigned),
+    COMPARISONS(LLONG, long long),
+    COMPARISONS(ULLONG, unsigned long long),
+    COMPARISONS(REAL, double),
+    {OP_EQUAL_REAL, makeEquality<Equal>},
+    {OP_NOT_EQUAL_REAL, makeEquality<NotEqual>},
+    {OP_NOT, makeNot},
+    {OP_AND, makeShortCircuit},
+    {OP_OR, makeShortCircuit},
+    {OP_CONDITIONAL, makeConditional},
+    {OP_COMMA, makeComma},
+    {OP_CAST, makeCast},
+    {OP_ASSIGN, makeAssign},
+    {OP_ASSIGN_ADD, makeCompound<ArithmeticCompound<Add>, false>},
+    {OP_ASSIGN_SUBTRACT, makeCompound<ArithmeticCompound<Subtract>, false>},
+    {OP_ASSIGN_MULTIPLY, makeCompound<ArithmeticCompound<Multiply>, false>},
+    {OP_ASSIGN_DIVIDE, makeCompound<ArithmeticCompound<Divide>, false>},
+    {OP_ASSIGN_MODULO, makeCompound<ModuloCompound, true>},
+    {OP_ASSIGN_BIT_AND, makeCompound<BitCompound<BitAnd>, true>},
+    {OP_ASSIGN_BIT_XOR, makeCompound<BitCompound<BitXor>, true>},
+    {OP_ASSIGN_BIT_OR, makeCompound<BitCompound<BitOr>, true>},
+    {OP_ASSIGN_SHIFT_LEFT, makeCompound<ShiftCompound<ShiftLeft>, true>},
+    {OP_ASSIGN_SHIFT_RIGHT, makeCompound<ShiftCompound<ShiftRight>, true>},
+    {OP_PREFIX_INCREMENT, makeIncrement<1, false>},
+    {OP_PREFIX_DECREMENT, makeIncrement<-1, false>},
+    {OP_POSTFIX_INCREMENT, makeIncrement<1, true>},
+    {OP_POSTFIX_DECREMENT, makeIncrement<-1, true>},
+};
+#undef COMPARISONS
+#undef ARITHMETIC
+#undef INTEGERS
+
+constexpr auto makers = [] {
+    std::array<Maker, OPERATOR_COUNT> table{};
+    for (const Row &row : rows)
+        table[row.op] = row.make;
+    return table;
+}();
+
+DirectForm make(ExprNode *tree, int depth) {
+    if (!tree || depth > DEPTH_MAX)
+        return {};
+    if (tree->kind == NODE_VALUE)
+        return {makeLeaf(tree)};
+    bool known = tree->kind == NODE_OPERATOR && tree->op >= 0 && tree->op < OPERATOR_COUNT;
+    Maker maker = known ? makers[tree->op] : nullptr;
+    return maker ? maker(tree, depth + 1) : DirectForm{};
+}
+
+}  // namespace
+
+// ---- Uses ---------------------------------------------------------------------------------------
+
+DirectForm makeDirect(ExprNode *tree) { return make(tree, 0); }
+
+ExprNode *directNode(ExprNode *tree) {
+    bool isFree = !tree->fourth || tree->fourth->kind == NODE_BRANCHES;
+    if (tree->kind != NODE_OPERATOR || !isFree)
+        return nullptr;
+    DirectForm form = makeDirect(tree);
+    if (!form)
+        return nullptr;
+    if (!tree->fourth) {
+        tree->fourth = newOperatorNode(0);
+        if (!tree->fourth)
+            return nullptr;
+        tree->fourth->kind = NODE_BRANCHES;
+    }
+    ExprNode *node = tree->fourth;
+    node->left = tree;
+    node->right = nullptr;
+    node->routine = withType(form.type, []<class T>() -> NodeRoutine { return pushNumber<T>; });
+    return node;
+}
+
+bool makeDirectStatement(ExprNode *tree) {
+    if (!tree || tree->kind != NODE_OPERATOR)
+        return false;
+    DirectForm form = makeDirect(tree);
+    if (form.effect)
+        tree->routine = form.effect;
+    return form.effect;
+}
+
+bool makeDirectCondition(ExprNode *tree) {
+    bool isConstant = tree && tree->kind == NODE_VALUE && tree->type != DT_NAME;
+    return !isConstant && isInteger(makeDirect(tree).type);
+}
+
+int countSteps(const ExprNode *tree) {
+    if (!tree || (tree->kind == NODE_VALUE && tree->type != DT_NAME))
+        return 0;
+    if (tree->kind == NODE_VALUE)
+        return 1;
+    bool onDemand = tree->op == OP_AND || tree->op == OP_OR || tree->op == OP_CONDITIONAL;
+    return 1 + countSteps(tree->left) + (onDemand ? 0 : countSteps(tree->right));
+}
+
+}  // namespace zy

@@ -1,0 +1,218 @@
+// The functions of direct nodes, as templates of what is computed and of where the operands stand.
+// expr/direct.cpp chooses among them.
+#pragma once
+
+#include <cmath>
+#include <cstring>
+
+#include "expr/compoundFamilies.h"
+#include "expr/direct.h"
+#include "expr/scalarFamilies.h"
+#include "expr/scope.h"
+#include "numeric/assign.h"
+
+namespace zy {
+
+// ---- Numbers in registers, payloads and cells ---------------------------------------------------
+
+template <class T>
+using Register = std::conditional_t<std::is_integral_v<T>, int64_t, double>;
+
+template <class R>
+R runDirect(ExprNode *tree) {
+    if constexpr (std::is_integral_v<R>)
+        return tree->integer(tree);
+    else
+        return tree->real(tree);
+}
+
+template <class T>
+T numberIn(const Payload &payload) {
+    T number;
+    memcpy(&number, &payload, sizeof number);
+    return number;
+}
+
+template <class T>
+Value valueOf(T number) {
+    Value value;
+    value.kind = NODE_VALUE;
+    setScalar(&value, number);
+    return value;
+}
+
+// A cell that holds another type than its variable declares, which a reference can do.
+template <class T>
+[[gnu::noinline]] T readOtherCell(const VarCell *cell) {
+    Value value;
+    value.type = cell->type;
+    value.payload = cell->data;
+    value.payload2 = cell->data2;
+    return Scalar<T>::read(&value);
+}
+template <class T>
+[[gnu::noinline]] void storeInOtherCell(VarCell *cell, T number) {
+    Value value = valueOf(number);
+    storeInCell(cell, &value);
+}
+
+template <class T>
+T readCell(const VarCell *cell) {
+    bool declared = cell->type == static_cast<uint32_t>(Scalar<T>::type);
+    return declared ? numberIn<T>(cell->data) : readOtherCell<T>(cell);
+}
+template <class T>
+void storeCell(VarCell *cell, T number) {
+    if (cell->type == static_cast<uint32_t>(Scalar<T>::type)) [[likely]]
+        memcpy(&cell->data, &number, sizeof number);
+    else
+        storeInOtherCell(cell, number);
+}
+
+inline VarCell *cellOf(const ExprNode *leaf) { return findVarCell(leaf->payload.symbol); }
+
+// ---- Where an operand of type T stands ----------------------------------------------------------
+
+template <class T>
+struct InConstant {
+    static T of(ExprNode *leaf) { return numberIn<T>(leaf->payload); }
+};
+template <class T>
+struct InVariable {
+    static T of(ExprNode *leaf) { return readCell<T>(cellOf(leaf)); }
+};
+template <class T>
+struct InTree {
+    static T of(ExprNode *tree) { return static_cast<T>(runDirect<Register<T>>(tree)); }
+};
+// A real operand that is an integer.
+template <class T>
+struct InIntegerTree {
+    static T of(ExprNode *tree) {
+        return static_cast<T>(static_cast<double>(runDirect<int64_t>(tree)));
+    }
+};
+
+// ---- Leaves -------------------------------------------------------------------------------------
+
+template <class T>
+Register<T> constantLeaf(ExprNode *leaf) {
+    return numberIn<T>(operandInPlace(leaf)->payload);
+}
+template <class T>
+Register<T> namedConstantLeaf(ExprNode *leaf) {
+    return numberIn<T>(leaf->payload.symbol->constant->payload);
+}
+template <class T>
+Register<T> variableLeaf(ExprNode *leaf) {
+    return InVariable<T>::of(leaf);
+}
+
+// ---- Operators: the right operand runs first, as in a chain -------------------------------------
+
+template <class Operation, class T, class Result, class Left, class Right>
+Register<Result> binaryNode(ExprNode *node) {
+    T b = Right::of(node->right);
+    T a = Left::of(node->left);
+    return static_cast<Result>(Operation::of(a, b));
+}
+template <class Operation, class T, class Left, class Right>
+Register<T> shiftNode(ExprNode *node) {
+    int count = Right::of(node->right);
+    return Operation::of(T{Left::of(node->left)}, count);
+}
+template <class Operation, class T, class Result, class Operand>
+Register<Result> unaryNode(ExprNode *node) {
+    return static_cast<Result>(Operation::of(Operand::of(node->left)));
+}
+
+template <class R>
+int64_t notNode(ExprNode *node) {
+    return runDirect<R>(node->left) == 0;
+}
+template <class Left, class Right>
+int64_t andNode(ExprNode *node) {
+    return runDirect<Left>(node->left) != 0 && runDirect<Right>(node->right) != 0;
+}
+template <class Left, class Right>
+int64_t orNode(ExprNode *node) {
+    return runDirect<Left>(node->left) != 0 || runDirect<Right>(node->right) != 0;
+}
+template <class Condition, class R>
+R conditionalNode(ExprNode *node) {
+    return runDirect<R>(runDirect<Condition>(node->left) != 0 ? node->right : node->third);
+}
+template <class Left, class R>
+R commaNode(ExprNode *node) {
+    runDirect<Left>(node->left);
+    return runDirect<R>(node->right);
+}
+
+// ---- Casts --------------------------------------------------------------------------------------
+
+// From one number type to another by the rules of the cast.
+template <class From, class To>
+Register<To> castNode(ExprNode *node) {
+    Value value = valueOf(static_cast<From>(runDirect<Register<From>>(node->right)));
+    convertScalar(&value, Scalar<To>::type);
+    return numberIn<To>(value.payload);
+}
+
+// ---- Stores into a variable ---------------------------------------------------------------------
+
+template <class T, class Source>
+Register<T> assignNode(ExprNode *node) {
+    T number = Source::of(node->right);
+    storeCell(cellOf(node->left), number);
+    return number;
+}
+
+// A real number into an int; the store has rules of its own for what is no number.
+template <class Source>
+int64_t assignRealToInt(ExprNode *node) {
+    double number = Source::of(node->right);
+    VarCell *cell = cellOf(node->left);
+    if (std::isnan(number)) [[unlikely]]
+        storeInOtherCell(cell, number);
+    else
+        storeCell(cell, truncateToInt32(number));
+    return readCell<int>(cell);
+}
+
+// The variable and the other operand have types that the family's result, of the variable's type,
+// follows from.
+template <class Family, class T, class Operand, class Source>
+Register<T> compoundNode(ExprNode *node) {
+    Value right = valueOf<Operand>(Source::of(node->right));
+    VarCell *cell = cellOf(node->left);
+    Value left = valueOf(readCell<T>(cell));
+    Family::run(&left, &left, &right);
+    T number = numberIn<T>(left.payload);
+    storeCell(cellOf(node->left), number);
+    return number;
+}
+
+template <class T, int step, bool postfix>
+Register<T> incrementNode(ExprNode *node) {
+    VarCell *cell = cellOf(node->left);
+    T old = readCell<T>(cell);
+    T fresh = step > 0 ? Add::of(old, T{1}) : Subtract::of(old, T{1});
+    storeCell(cell, fresh);
+    return postfix ? old : fresh;
+}
+
+// ---- Uses of a whole tree -----------------------------------------------------------------------
+
+template <class T>
+void pushNumber(ExprNode *node) {
+    auto number = static_cast<T>(runDirect<Register<T>>(node->left));
+    if (Value *value = pushNewValue())
+        setScalar(value, number);
+}
+
+template <auto function>
+void forEffect(ExprNode *tree) {
+    function(tree);
+}
+
+}  // namespace zy
