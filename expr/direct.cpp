@@ -60,9 +60,13 @@ bool isPlainVariable(const TypeInfo *symbol) {
            symbol->context <= CONTEXT_PARAMETER && !(symbol->qualifiers & QUALIFIER_BUILTIN);
 }
 
-const TypeInfo *plainVariable(const ExprNode *leaf) {
+// The leaf is told where the cell is found.
+const TypeInfo *plainVariable(ExprNode *leaf) {
     const TypeInfo *symbol = variableOf(leaf);
-    return symbol && isPlainVariable(symbol) ? symbol : nullptr;
+    if (!symbol || !isPlainVariable(symbol))
+        return nullptr;
+    leaf->count = placeInFrames(symbol);
+    return symbol;
 }
 
 int makeVariable(ExprNode *leaf, int type) {
@@ -70,9 +74,9 @@ int makeVariable(ExprNode *leaf, int type) {
 }
 
 int makeLeaf(ExprNode *leaf) {
+    if (const TypeInfo *variable = plainVariable(leaf))
+        return makeVariable(leaf, variable->dataType);
     const TypeInfo *symbol = variableOf(leaf);
-    if (symbol && isPlainVariable(symbol))
-        return makeVariable(leaf, symbol->dataType);
     if (symbol && (symbol->qualifiers & QUALIFIER_BUILTIN) && symbol->dataType == DT_CONSTANT) {
         int type = static_cast<int>(symbol->constant->type);
         if (!isNumber(type))

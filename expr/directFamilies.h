@@ -41,9 +41,11 @@ Value valueOf(T number) {
     return value;
 }
 
-// A cell that holds another type than its variable declares, which a reference can do.
+// A cell that is missing, or holds another type than its variable declares, as one of a reference
+// can.
 template <class T>
-[[gnu::noinline]] T readOtherCell(const VarCell *cell) {
+[[gnu::noinline]] T readOtherCell(const ExprNode *leaf) {
+    const VarCell *cell = findVarCell(leaf->payload.symbol);
     Value value;
     value.type = cell->type;
     value.payload = cell->data;
@@ -51,25 +53,50 @@ template <class T>
     return Scalar<T>::read(&value);
 }
 template <class T>
-[[gnu::noinline]] void storeInOtherCell(VarCell *cell, T number) {
+[[gnu::noinline]] void storeInOtherCell(const ExprNode *leaf, T number) {
     Value value = valueOf(number);
-    storeInCell(cell, &value);
+    storeInCell(findVarCell(leaf->payload.symbol), &value);
+}
+
+// A local variable's leaf keeps where its cell is found, level and slot in one word; 0: not so. The
+// slots of a block are fixed once a statement can name them.
+inline uint32_t placeInFrames(const TypeInfo *symbol) {
+    bool direct = symbol->index < DIRECT_CHUNKS * SLOTS_PER_CHUNK && !symbol->storageCell;
+    if (!direct || symbol->level <= FILE_LEVEL || symbol->level > UINT16_MAX)
+        return 0;
+    auto level = static_cast<uint32_t>(symbol->level);
+    return level << 16 | symbol->index / SLOTS_PER_CHUNK << 8 | symbol->index % SLOTS_PER_CHUNK;
+}
+
+inline VarCell *localCell(uint32_t place) {
+    auto level = static_cast<int>(place >> 16);
+    const ScopeFrame *frame = currentContext->frames;
+    while (frame && frame->level > level)
+        frame = frame->outer;
+    if (!frame || frame->level != level) [[unlikely]]
+        return nullptr;
+    const SlotChunk *chunk = frame->chunks[place >> 8 & 0xFF];
+    return chunk ? chunk->cells[place & 0xFF] : nullptr;
+}
+
+// The variable's cell if it is one of that type, NULL for what findVarCell() has to look at.
+inline VarCell *plainCell(const ExprNode *leaf, uint32_t type) {
+    VarCell *cell = leaf->count ? localCell(leaf->count) : leaf->payload.symbol->storageCell;
+    return cell && cell->type == type ? cell : nullptr;
 }
 
 template <class T>
-T readCell(const VarCell *cell) {
-    bool declared = cell->type == static_cast<uint32_t>(Scalar<T>::type);
-    return declared ? numberIn<T>(cell->data) : readOtherCell<T>(cell);
+T readVariable(const ExprNode *leaf) {
+    const VarCell *cell = plainCell(leaf, Scalar<T>::type);
+    return cell ? numberIn<T>(cell->data) : readOtherCell<T>(leaf);
 }
 template <class T>
-void storeCell(VarCell *cell, T number) {
-    if (cell->type == static_cast<uint32_t>(Scalar<T>::type)) [[likely]]
+void storeVariable(const ExprNode *leaf, T number) {
+    if (VarCell *cell = plainCell(leaf, Scalar<T>::type)) [[likely]]
         memcpy(&cell->data, &number, sizeof number);
     else
-        storeInOtherCell(cell, number);
+        storeInOtherCell(leaf, number);
 }
-
-inline VarCell *cellOf(const ExprNode *leaf) { return findVarCell(leaf->payload.symbol); }
 
 // ---- Where an operand of type T stands ----------------------------------------------------------
 
@@ -79,7 +106,7 @@ struct InConstant {
 };
 template <class T>
 struct InVariable {
-    static T of(ExprNode *leaf) { return readCell<T>(cellOf(leaf)); }
+    static T of(ExprNode *leaf) { return readVariable<T>(leaf); }
 };
 template <class T>
 struct InTree {
@@ -163,7 +190,7 @@ Register<To> castNode(ExprNode *node) {
 template <class T, class Source>
 Register<T> assignNode(ExprNode *node) {
     T number = Source::of(node->right);
-    storeCell(cellOf(node->left), number);
+    storeVariable(node->left, number);
     return number;
 }
 
@@ -171,12 +198,11 @@ Register<T> assignNode(ExprNode *node) {
 template <class Source>
 int64_t assignRealToInt(ExprNode *node) {
     double number = Source::of(node->right);
-    VarCell *cell = cellOf(node->left);
     if (std::isnan(number)) [[unlikely]]
-        storeInOtherCell(cell, number);
+        storeInOtherCell(node->left, number);
     else
-        storeCell(cell, truncateToInt32(number));
-    return readCell<int>(cell);
+        storeVariable(node->left, truncateToInt32(number));
+    return readVariable<int>(node->left);
 }
 
 // The variable and the other operand have types that the family's result, of the variable's type,
@@ -184,20 +210,18 @@ int64_t assignRealToInt(ExprNode *node) {
 template <class Family, class T, class Operand, class Source>
 Register<T> compoundNode(ExprNode *node) {
     Value right = valueOf<Operand>(Source::of(node->right));
-    VarCell *cell = cellOf(node->left);
-    Value left = valueOf(readCell<T>(cell));
+    Value left = valueOf(readVariable<T>(node->left));
     Family::run(&left, &left, &right);
     T number = numberIn<T>(left.payload);
-    storeCell(cellOf(node->left), number);
+    storeVariable(node->left, number);
     return number;
 }
 
 template <class T, int step, bool postfix>
 Register<T> incrementNode(ExprNode *node) {
-    VarCell *cell = cellOf(node->left);
-    T old = readCell<T>(cell);
+    T old = readVariable<T>(node->left);
     T fresh = step > 0 ? Add::of(old, T{1}) : Subtract::of(old, T{1});
-    storeCell(cell, fresh);
+    storeVariable(node->left, fresh);
     return postfix ? old : fresh;
 }
 
