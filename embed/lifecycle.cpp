@@ -114,6 +114,7 @@ void cleanMemory() {
     if (!e_lang->embedded)
         zy::envRelease();
     zy::releaseStartup();
+    zy::releaseFreeBlocks();
     zy::releaseFileNames();
     zy::releaseLangState();
 }

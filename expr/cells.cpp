@@ -6,6 +6,7 @@
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
 #include "decl/structInfo.h"
+#include "expr/freeBlocks.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
 #include "instance/report.h"
@@ -71,7 +72,9 @@ int cellType(const TypeInfo *info, int kind) {
 }  // namespace
 
 VarCell *newVarCell(int type) {
-    auto *cell = static_cast<VarCell *>(allocOrFail(sizeof(VarCell)));
+    auto *cell = static_cast<VarCell *>(takeBlock(freeCells));
+    if (!cell)
+        cell = static_cast<VarCell *>(allocOrFail(sizeof(VarCell)));
     if (!cell)
         return nullptr;
     memset(static_cast<void *>(cell), 0, sizeof(VarCell));
@@ -170,5 +173,6 @@ void releaseScratchCell() {
 
 void killEntry(zy::VarCell *cell) {
     zy::releaseContents(cell);
-    free(cell);
+    if (!zy::giveBlock(zy::freeCells, cell))
+        free(cell);
 }

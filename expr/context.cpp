@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <unordered_set>
 
+#include "expr/freeBlocks.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
 #include "expr/value.h"
@@ -20,6 +21,11 @@ void unlinkContext(ExecContext *&head, ExecContext *ExecContext::*next, ExecCont
         link = &((*link)->*next);
     if (*link)
         *link = context->*next;
+}
+
+void freeContext(ExecContext *context) {
+    free(context->resumeStatus);
+    free(context);
 }
 
 void releaseStack(ExecContext *context) {
@@ -45,10 +51,14 @@ void releaseFramesAbove(int level) {
 }  // namespace
 
 ExecContext *newContext() {
-    auto *context = static_cast<ExecContext *>(allocOrFail(sizeof(ExecContext)));
+    auto *context = static_cast<ExecContext *>(takeBlock(freeContexts));
+    unsigned char *phases = context ? context->resumeStatus : nullptr;
+    if (!context)
+        context = static_cast<ExecContext *>(allocOrFail(sizeof(ExecContext)));
     if (!context)
         return nullptr;
     *context = {};
+    context->resumeStatus = phases;
     context->allNext = allContexts;
     allContexts = context;
     if (const ExecContext *creator = currentContext) {
@@ -64,8 +74,13 @@ void releaseContext(ExecContext *context) {
     unlinkContext(readyQueue, &ExecContext::readyNext, context);
     releaseStack(context);
     deleteNode(context->varArgs);
-    free(context->resumeStatus);
-    free(context);
+    if (!giveBlock(freeContexts, context))
+        freeContext(context);
+}
+
+void releaseFreeContexts() {
+    while (void *context = takeBlock(freeContexts))
+        freeContext(static_cast<ExecContext *>(context));
 }
 
 void createBaseFrame() {

@@ -25,4 +25,8 @@ void resetContexts();
 void rewindContexts();
 void releaseContexts();  // and leaves none
 
+// What is kept for the next calls goes back to the heap; the instance ends.
+void releaseFreeBlocks();
+void releaseFreeContexts();
+
 }  // namespace zy

@@ -433,7 +433,7 @@ DirectForm make(ExprNode *tree, int depth) {
 
 // ---- Uses ---------------------------------------------------------------------------------------
 
-DirectForm makeDirect(ExprNode *tree) { return make(tree, 0); }
+DirectForm makeDirect(ExprNode *tree) { return makesDirect ? make(tree, 0) : DirectForm{}; }
 
 ExprNode *directNode(ExprNode *tree) {
     bool isFree = !tree->fourth || tree->fourth->kind == NODE_BRANCHES;

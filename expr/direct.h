@@ -11,6 +11,9 @@
 
 namespace zy {
 
+// Off, all trees are threaded into chains; the two ways give the same.
+extern bool makesDirect;
+
 // What became of a tree.
 struct DirectForm {
     int type = -1;                 // DataType of the number; -1: the tree can't be made direct

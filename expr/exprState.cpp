@@ -1,6 +1,8 @@
 // State of the expressions' room: the records, contexts and frames of the running program.
 
 #include "expr/context.h"
+#include "expr/direct.h"
+#include "expr/freeBlocks.h"
 #include "expr/recordPool.h"
 #include "expr/scope.h"
 #include "expr/value.h"
@@ -22,5 +24,11 @@ ScopeFrame *baseFrame;
 TypeInfo *systemSymbols;
 TypeInfo *removedSymbols;
 VarCell scratchCell;
+
+FreeBlocks freeCells;
+FreeBlocks freeFrames;
+FreeBlocks freeContexts;
+
+bool makesDirect = true;
 
 }  // namespace zy

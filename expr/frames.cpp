@@ -1,10 +1,12 @@
 // Frames of variables. The first fifty slots of a frame are reached by index alone, further ones
 // along the chain that hangs on the last direct chunk.
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "decl/funcInfo.h"
 #include "expr/context.h"
+#include "expr/freeBlocks.h"
 #include "expr/scope.h"
 #include "instance/report.h"
 #include "stmt/parseStack.h"
@@ -46,11 +48,38 @@ SlotChunk **chunkPlace(ScopeFrame *frame, int number) {
 
 }  // namespace
 
-ScopeFrame *newScopeFrame(void *owner, bool isFunction) {
+namespace {
+
+// A frame that is empty but for a chunk that it may have.
+ScopeFrame *newEmptyFrame() {
+    if (void *block = takeBlock(freeFrames))
+        return static_cast<ScopeFrame *>(block);
     auto *frame = static_cast<ScopeFrame *>(allocOrFail(sizeof(ScopeFrame)));
+    if (frame)
+        *frame = {};
+    return frame;
+}
+
+void freeChunks(SlotChunk *&chunk) {
+    while (SlotChunk *first = chunk) {
+        chunk = first->next;
+        free(first);
+    }
+}
+
+void freeFrame(ScopeFrame *frame) {
+    for (SlotChunk *&chunk : frame->chunks)
+        freeChunks(chunk);
+    free(frame);
+}
+
+}  // namespace
+
+ScopeFrame *newScopeFrame(void *owner, bool isFunction) {
+    ScopeFrame *frame = newEmptyFrame();
     if (!frame)
         return nullptr;
-    *frame = {};
+    frame->outer = nullptr;
     frame->isFunction = isFunction;
     frame->level = levelOfOwner(owner, isFunction);
     frame->owner = owner;
@@ -74,16 +103,28 @@ bool setSlot(ScopeFrame *frame, int slot, VarCell *cell) {
 }
 
 void releaseFrame(ScopeFrame *frame) {
-    for (int slot = 0; slot < frame->slotCount; slot++)
+    int count = frame->slotCount;
+    for (int slot = 0; slot < count; slot++)
         if (VarCell *cell = slotOf(frame, slot))
             killEntry(cell);
-    for (SlotChunk *chunk : frame->chunks)
-        while (chunk) {
-            SlotChunk *next = chunk->next;
-            free(chunk);
-            chunk = next;
-        }
-    free(frame);
+    if (count > SLOTS_PER_CHUNK) {
+        for (int number = 1; number < DIRECT_CHUNKS; number++)
+            freeChunks(frame->chunks[number]);
+        count = SLOTS_PER_CHUNK;
+    }
+    if (SlotChunk *chunk = frame->chunks[0])
+        std::fill_n(chunk->cells, count, nullptr);
+    frame->slotCount = 0;
+    if (!giveBlock(freeFrames, frame))
+        freeFrame(frame);
+}
+
+void releaseFreeBlocks() {
+    while (void *cell = takeBlock(freeCells))
+        free(cell);
+    while (void *frame = takeBlock(freeFrames))
+        freeFrame(static_cast<ScopeFrame *>(frame));
+    releaseFreeContexts();
 }
 
 namespace {

@@ -1,6 +1,6 @@
-// open header: Checks of expressions against what is wanted of them, made once, while they are parsed. A check
-// answers with messages and errorFlag and leaves the tree as it is: conversions happen when the
-// operand is read.
+// open header: Checks of expressions against what is wanted of them, made once, while they are
+// parsed. A check answers with messages and errorFlag and leaves the tree as it is: conversions
+// happen when the operand is read.
 #pragma once
 
 #include <vector>

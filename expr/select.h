@@ -1,6 +1,6 @@
-// open header: Binding of operands to operators. A node leaves with a code that names the exact operation for
-// the static types of its operands: `+` of two int and `+` of two double are different operators
-// from then on, and nothing promotes at run time.
+// open header: Binding of operands to operators. A node leaves with a code that names the exact
+// operation for the static types of its operands: `+` of two int and `+` of two double are
+// different operators from then on, and nothing promotes at run time.
 #pragma once
 
 #include "expr/value.h"

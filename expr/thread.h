@@ -1,7 +1,7 @@
-// open header: Threading: a finished tree becomes a postfix program. Its nodes are linked through `next` in the
-// order in which they run, operands before operators, and each gets the routine that runs it. The
-// tree stays: operators find their constant operands, and their targets, in their operand fields.
-// Threading a tree again gives the same chain and makes no new nodes.
+// open header: Threading: a finished tree becomes a postfix program. Its nodes are linked through
+// `next` in the order in which they run, operands before operators, and each gets the routine that
+// runs it. The tree stays: operators find their constant operands, and their targets, in their
+// operand fields. Threading a tree again gives the same chain and makes no new nodes.
 //
 // Whatever an operator reads by itself is not in the chain: the variable that a subscript node
 // (704 to 713) takes its element from, and the operand of `&`, whose node stands alone behind the

@@ -35,8 +35,12 @@ const char *shownName(const TypeInfo *symbol) {
 // The value of __func__: the name itself, which lives as long as the instance.
 void setFunctionName(const char *name) {
     constexpr int functionNameSlot = 76;
-    if (VarCell *cell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr)
-        cell->data.text = const_cast<char *>(name);
+    if (functionNameFrame != baseFrame) {
+        functionNameFrame = baseFrame;
+        functionNameCell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr;
+    }
+    if (functionNameCell)
+        functionNameCell->data.text = const_cast<char *>(name);
 }
 
 // A parameter list of `void` alone is no parameter.
@@ -81,8 +85,21 @@ bool isByReference(const TypeInfo *formal) {
     return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
 }
 
+VarCell *newNumberArgument(int type, const Value *value) {
+    VarCell *cell = newVarCell(type);
+    if (!cell || !value)
+        return cell;
+    if (static_cast<int>(value->type) == type)
+        cell->data = value->payload;
+    else
+        storeInCell(cell, value);
+    return cell;
+}
+
 // A cell for a formal with the value, converted as an assignment converts it.
 VarCell *newArgument(TypeInfo *formal, Value *value) {
+    if (formal->kind == KIND_SIMPLE && isReal(formal->dataType))
+        return newNumberArgument(formal->dataType, value);
     VarCell *cell = newVarCell(formal->dataType);
     initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
     if (value)
@@ -271,7 +288,6 @@ void releaseParameters(ExecContext *context) {
 void releaseCall(ExecContext *context) {
     ExecContext *caller = context->caller;
     restoreStatementPhases(context, context->function->body);
-    deleteNode(context->varArgs);
     releaseContext(context);
     currentContext = caller;
     setFunctionName(caller->function ? shownName(caller->function->owner) : "");

@@ -17,11 +17,15 @@ void runStatements(bool debug);
 // it; a call does it for the callee's activation, the return puts it back.
 void saveStatementPhases(ExecContext *context, StmtNode *body);
 void restoreStatementPhases(ExecContext *context, StmtNode *body);
+void releasePhaseList(StmtNode *body);  // what the first of them made
 
 // Cells (stmt/runState.cpp).
 extern bool stepMode;       // the debugger's single-stepping is on
 extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
 extern bool exitRequested;  // with abortRequest: the run is to end that way
+// The cell of __func__, and the base frame in which it was found.
+extern const ScopeFrame *functionNameFrame;
+extern VarCell *functionNameCell;
 
 // The end of a run that Zy_Abort() asked for, or _exit in a call from the host during that run.
 void doAbort();

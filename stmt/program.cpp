@@ -17,6 +17,7 @@
 #include "front/vocabularySwitches.h"
 #include "instance/langState.h"
 #include "startup/predefinedMacros.h"
+#include "stmt/execute.h"
 #include "stmt/lists.h"
 #include "stmt/parseStack.h"
 
@@ -80,6 +81,7 @@ void releaseBlock(StmtNode *block) {
     releaseStatements(block->operandA.statement);
     releaseTypeList(block->operandC.symbols);
     releaseTags(block->operandD.tags);
+    releasePhaseList(block);
 }
 
 void releaseLoop(StmtNode *statement) {
@@ -165,6 +167,7 @@ void releaseFunctionBody(FuncInfo *function) {
 
 void releaseProgram() {
     releaseFunctionFiles();
+    functionNameFrame = nullptr;
     if (!rootStmt)
         return;
     releaseBlock(globalBlock);

@@ -8,4 +8,7 @@ bool stepMode;
 bool runEnded;
 bool exitRequested;
 
+const ScopeFrame *functionNameFrame;
+VarCell *functionNameCell;
+
 }  // namespace zy

@@ -3,7 +3,7 @@
 //
 //   kind        A                  B                 C                D               E
 //   ROOT        main block         labels            pending gotos
-//   BLOCK       first statement    enclosing block   TypeInfo list    tag list
+//   BLOCK       first statement    enclosing block   TypeInfo list    tag list        of a body: phases
 //   END                            owning statement
 //   FOREACH     index expression   list              condition        delimiters      body
 //   IF          condition          then part         else part        progress

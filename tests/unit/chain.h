@@ -47,8 +47,7 @@ protected:
     void releaseMadeByThreading(ExprNode &tree) {
         if (tree.kind != NODE_OPERATOR)
             return;
-        bool branches = tree.op == OP_OR || tree.op == OP_AND || tree.op == OP_CONDITIONAL;
-        if (branches && tree.fourth && !isOwn(tree.fourth)) {
+        if (tree.fourth && tree.fourth->kind == NODE_BRANCHES) {
             recycleValue(tree.fourth);
             tree.fourth = nullptr;
         }

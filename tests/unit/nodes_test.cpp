@@ -92,7 +92,8 @@ TEST_F(NodesTest, LeafOfATypeOwnsTheTypeWithItsShapeAndFormals) {
 TEST_F(NodesTest, BranchRecordOfConditionalIsNoOperand) {
     ExprNode *branch = newIntNode(1);
     ExprNode *node = newOperatorNode(OP_CONDITIONAL, newIntNode(0), branch);
-    node->fourth = newListCell(branch);  // threading points into the tree
+    node->fourth = newOperatorNode(0, branch, nullptr);  // threading points into the tree
+    node->fourth->kind = NODE_BRANCHES;
     ExprNode *copy = copyNode(node);
     EXPECT_EQ(nullptr, copy->fourth);
     deleteNode(node);

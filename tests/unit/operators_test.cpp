@@ -7,6 +7,7 @@
 
 #include "chain.h"
 #include "decl/dataType.h"
+#include "expr/direct.h"
 #include "expr/readers.h"
 
 namespace zy {
@@ -35,17 +36,25 @@ constexpr char positionOfWarning[] = "         at line 7 in file 'test.zy'\n";
 
 class OperatorTest : public ChainTest {
 protected:
-    // The result of a binary operator: the same wherever its operands stand, and one record.
+    void TearDown() override {
+        makesDirect = true;
+        ChainTest::TearDown();
+    }
+
+    // The result of a binary operator: the same wherever its operands stand, computed directly and
+    // on the stack, and one record.
     template <class A, class B>
     Value *binary(int code, A a, B b) {
         std::string first;
-        for (int places = 0; places < 4; places++) {
+        for (int places = 0; places < 8; places++) {
+            makesDirect = places & 4;
             ExprNode *left = number(a), *right = number(b);
             if (places & 1)
                 left = variable(left);
             if (places & 2)
                 right = variable(right);
             ExprNode *tree = apply(code, left, right);
+            evaluate(tree);
             for (int round = 0; round < 2; round++) {
                 clearValueStack();
                 int live = liveValueCount();
@@ -61,10 +70,14 @@ protected:
     }
     template <class A>
     Value *unary(int code, A a) {
-        std::string inPlace = shown(evaluate(apply(code, number(a))));
-        Value *onStack = evaluate(apply(code, variable(number(a))));
-        EXPECT_EQ(shown(onStack), inPlace);
-        return onStack;
+        Value *result = evaluate(apply(code, number(a)));
+        std::string inPlace = shown(result);
+        for (bool direct : {false, true}) {
+            makesDirect = direct;
+            result = evaluate(apply(code, variable(number(a))));
+            EXPECT_EQ(shown(result), inPlace);
+        }
+        return result;
     }
 
     // Codes against what a function of the same types gives, over values at the edges.

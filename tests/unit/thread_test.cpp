@@ -3,6 +3,8 @@
 
 #include "expr/thread.h"
 
+#include "expr/direct.h"
+
 #include "expressionTrees.h"
 
 namespace zy {
@@ -11,12 +13,18 @@ class Thread : public TreeTest {
 protected:
     void SetUp() override {
         TreeTest::SetUp();
+        makesDirect = false;
         a = variable("a", DT_INT);
         b = variable("b", DT_INT);
         i = variable("i", DT_INT);
         cells = variable("cells", DT_INT, KIND_C_ARRAY, {3, 4});
         pointer = variable("pointer", DT_P_INT);
         n = variable("n", DT_LLONG);
+    }
+
+    void TearDown() override {
+        makesDirect = true;
+        TreeTest::TearDown();
     }
 
     // Of its subscripts one is read where it stands.
