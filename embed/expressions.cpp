@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "embed/evalText.h"
+#include "embed/hostArrays.h"
 #include "embed/hostTypes.h"
 #include "embed/hostValues.h"
 #include "embed/kernel.h"
@@ -48,8 +49,7 @@ void putText(void *result, const Value *value) {
 
 void storeForHost(void *result, int type, const Value *value) {
     if (value->type == DT_ARRAY || value->type == DT_P_ARRAY) {
-        int element = isPointer(type) ? dereference(type) : type;
-        memcpy(result, value->payload.p, static_cast<size_t>(elementSize(element)) * value->count);
+        copyElementsToHost(result, isPointer(type) ? bandBelow(type) : type, value);
     } else if (isPointer(type)) {
         memcpy(result, &value->payload.p, sizeof value->payload.p);
     } else if (type >= 0 && isScalarNumeric(type)) {
@@ -70,8 +70,19 @@ Symbol *visibleSymbol(const char *name) {
                  : nullptr;
 }
 
+// The check goes by declarations, which an array of the host has none of.
+void checkValue(ExprNode *target, Value *value) {
+    if (!isArrayLike(static_cast<int>(value->type))) {
+        checkAssignment(target, value);
+        return;
+    }
+    ExprNode *declared = declarationLike(value);
+    checkAssignment(target, declared);
+    deleteNode(declared);
+}
+
 int assignChecked(ExprNode *target, Value *value) {
-    checkAssignment(target, value);
+    checkValue(target, value);
     bool refused = errorFlag != 0;
     errorFlag = 0;
     if (refused)

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "embed/hostArrays.h"
 #include "embed/hostTypes.h"
 #include "expr/readers.h"
 #include "expr/scope.h"
@@ -75,27 +76,14 @@ Value *objectFrom(const char *tag, const void *data) {
 
 }  // namespace
 
-Value *arrayFromHost(int type, int elementType, void *data, int rank, HostArguments &arguments) {
-    Value *value = newZeroValue(type);
-    ShapeNode **end = &value->shape;
-    for (int i = 0; i < rank; i++) {
-        *end = newShapeNode(0, va_arg(arguments.list, int));
-        end = &(*end)->next;
-    }
-    value->payload.p = data;
-    value->payload2.elementType = elementType;
-    value->count = setRowStrides(value->shape);
-    value->ownership = ARRAY_OWNS_SHAPE;
-    return value;
-}
-
 namespace {
 
 Value *arrayFrom(int type, HostArguments &arguments) {
-    int element = va_arg(arguments.list, int);
+    int element = fromHostType(va_arg(arguments.list, int));
     void *data = va_arg(arguments.list, void *);
     int rank = va_arg(arguments.list, int);
-    return arrayFromHost(type, fromHostType(element), data, rank, arguments);
+    bool hasElements = data && isHostElement(element);
+    return hasElements ? arrayFromHost(type, element, data, rank, arguments) : nullptr;
 }
 
 bool isPointerCode(int code) {
@@ -136,8 +124,10 @@ Value *valueFromHost(int code, HostArguments &arguments, const char *service) {
         const char *tag = va_arg(arguments.list, char *);
         return objectFrom(tag, va_arg(arguments.list, void *));
     }
-    if (code == ZY_TYPE_CARRAY || code == ZY_TYPE_ARRAY)
-        return arrayFrom(fromHostType(code), arguments);
+    bool isArray = code == ZY_TYPE_CARRAY || code == ZY_TYPE_ARRAY;
+    Value *array = isArray ? arrayFrom(fromHostType(code), arguments) : nullptr;
+    if (array)
+        return array;
     if (isPointerCode(code))
         return pointerFrom(code, va_arg(arguments.list, void *));
     plainError("unknown data type in %s()", service);

@@ -26,7 +26,5 @@ void storeNumber(void *result, int type, const Value *value);
 Value *valueFromHost(int code, HostArguments &arguments, const char *service);
 // A number of a data type from DT_CHAR to DT_DOUBLE, passed as C passes it.
 Value *numberFromHost(int type, HostArguments &arguments);
-// An array of the host, whose extents are the next arguments.
-Value *arrayFromHost(int type, int elementType, void *data, int rank, HostArguments &arguments);
 
 }  // namespace zy

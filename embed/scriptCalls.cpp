@@ -6,6 +6,7 @@
 
 #include "decl/functionFiles.h"
 #include "embed/evalText.h"
+#include "embed/hostArrays.h"
 #include "embed/hostValues.h"
 #include "embed/kernel.h"
 #include "embed/scriptDriver.h"
@@ -115,7 +116,10 @@ Value *arrayFrom(const TypeInfo *formal, HostArguments &arguments) {
             plainError("invalid dimension for VLA argument");
             return nullptr;
         }
-        return arrayFromHost(type, formal->dataType, data, rank, arguments);
+        Value *value = arrayFromHost(type, formal->dataType, data, rank, arguments);
+        if (!value)
+            plainError("invalid dimension for VLA argument");
+        return value;
     }
     Value *value = newPointer(type, data);
     value->payload2.elementType = formal->dataType;

@@ -1,0 +1,50 @@
+// Arrays that a host sets and reads.
+
+#include "host.h"
+
+TEST(Arrays, AreSetFromTheHostByShapeAndReadAsTheyAre) {
+    Outcome run = inChild([] {
+        void *zy = mustStart();
+        char declaration[] = "array double a[3]; array int m[2][2]; int c[3]; array double *p;";
+        Zy_DeclareVar(zy, declaration);
+        double reals[] = {1.5, 2.5, 3.5}, result[3] = {};
+        int numbers[] = {1, 2, 3, 4}, whole[4] = {};
+        printf("%d ", Zy_SetVar(zy, "a", ZY_TYPE_ARRAY, ZY_TYPE_DOUBLE, reals, 1, 3));
+        printf("%d ", Zy_SetVar(zy, "m", ZY_TYPE_CARRAY, ZY_TYPE_INT, numbers, 2, 2, 2));
+        printf("%d ", Zy_ExprCalc(zy, "a", ZY_TYPE_DOUBLE, result));
+        printf("%d ", Zy_ExprCalc(zy, "m", ZY_TYPE_P_INT, whole));
+        printf("%g %g %d %d\n", result[0], result[2], whole[0], whole[3]);
+        // elements are converted; a scalar goes to all of them
+        printf("%d ", Zy_SetVar(zy, "a", ZY_TYPE_ARRAY, ZY_TYPE_INT, numbers, 1, 3));
+        printf("%d ", Zy_SetVar(zy, "m", ZY_TYPE_DOUBLE, 7.9));
+        printf("%d\n", Zy_ExprEval(zy, "printf(a, m)"));
+        // other shapes, no shape, no array
+        printf("%d", Zy_SetVar(zy, "a", ZY_TYPE_ARRAY, ZY_TYPE_DOUBLE, reals, 1, 2));
+        printf("%d", Zy_SetVar(zy, "m", ZY_TYPE_ARRAY, ZY_TYPE_INT, numbers, 1, 4));
+        printf("%d", Zy_SetVar(zy, "m", ZY_TYPE_ARRAY, ZY_TYPE_INT, numbers, 2, 2, -2));
+        printf("%d", Zy_SetVar(zy, "m", ZY_TYPE_ARRAY, ZY_TYPE_VOID, numbers, 2, 2, 2));
+        printf("%d\n", Zy_SetVar(zy, "c", ZY_TYPE_CARRAY, ZY_TYPE_INT, numbers, 1, 3));
+        // a type that is wider than the elements doesn't read behind them
+        double wide[3] = {};
+        printf("%d ", Zy_ExprCalc(zy, "m", ZY_TYPE_CHAR, whole));
+        printf("%d ", Zy_ExprCalc(zy, "p", ZY_TYPE_DOUBLE, wide));
+        void *address;
+        ZyValueHandle value = Zy_ExprValue(zy, "a", &address);
+        printf("%g\n", static_cast<double *>(address)[2]);
+        Zy_DeleteExprValue(zy, value);
+        mustEnd(zy);
+        return 0;
+    });
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out,
+              "0 0 0 0 1.5 3.5 1 4\n"
+              "0 0 1.0000 2.0000 3.0000 \n7 7 \n7 7 \n0\n"
+              "-1-1-1-1-1\n"
+              "0 0 3\n");
+    EXPECT_EQ(run.err,
+              "ERROR: array dimensions do not match \n"
+              "ERROR: array dimensions do not match \n"
+              "ERROR: unknown data type in Zy_SetVar()\n"
+              "ERROR: unknown data type in Zy_SetVar()\n"
+              "ERROR: 'c' is invalid lvalue in Zy_SetVar()\n");
+}
