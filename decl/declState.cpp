@@ -9,6 +9,7 @@ uint32_t memberAccess = FLAG_PUBLIC;
 bool memberProtected;
 FunctionFile *functionFiles;
 bool inFunctionFile;
+int declarationDepth;
 int structCounter;
 const OpenBody *innermostBody;
 

@@ -20,6 +20,9 @@ struct FunctionFile {
 extern FunctionFile *functionFiles;  // in the order in which they were found
 extern bool inFunctionFile;          // one is, or was, a source of the running parse
 
+// Bodies of aggregates and parameter lists stand in each other on the host's stack.
+constexpr int DECLARATION_DEPTH_MAX = 256;
+extern int declarationDepth;
 extern int structCounter;  // numbers aggregates without a tag, for the life of the instance
 
 // The bodies of aggregates in which the parser stands, innermost first: their tags and enumerators

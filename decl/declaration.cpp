@@ -649,8 +649,14 @@ TypeInfo *DeclarationParser::parseNamelessType() {
 
 bool declare(StmtNode *, int level, TagEntry **tagList, TypeInfo **symbolList, TypeInfo **last,
              int *count, DeclContext context) {
+    if (declarationDepth >= DECLARATION_DEPTH_MAX) {
+        parseError("declarations are nested too deeply");
+        return false;
+    }
     int before = listLength(*symbolList);
+    declarationDepth++;
     bool bodyFollows = DeclarationParser(level, tagList, symbolList, context).run(last);
+    declarationDepth--;
     if (count)
         *count += listLength(*symbolList) - before;
     return bodyFollows;

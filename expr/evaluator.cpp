@@ -7,6 +7,8 @@
 #include "expr/evaluatorState.h"
 #include "expr/events.h"
 #include "expr/operands.h"
+#include "instance/report.h"
+#include "platform/stack.h"
 #include "stmt/stmtNode.h"
 
 namespace zy {
@@ -109,9 +111,19 @@ void endInterrupted() {
         pushValue(newZeroValue(DT_INT));
 }
 
+// Nested runs stand on the host's stack, unlike the calls of a script.
+void refuseNesting() {
+    runError("calls within && || ?: are nested too deeply");
+    pushValue(newZeroValue(DT_INT));
+}
+
 }  // namespace
 
 void runNested(ExprNode *chain) {
+    if (platform::stackIsLow()) {
+        refuseNesting();
+        return;
+    }
     ExecContext *context = currentContext;
     ExprNode *savedChain = context->chain;
     StmtNode *savedStatement = context->statement;

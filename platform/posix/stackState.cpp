@@ -1,0 +1,7 @@
+#include "platform/posix/stackState.h"
+
+namespace zy::platform {
+
+const char *stackMark, *stackEnd;
+
+}  // namespace zy::platform
