@@ -162,6 +162,10 @@ bool ArrayReader::parseBracedItem(size_t dimension, Rows &rows) {
 
 bool ArrayReader::parseUnbraced() {
     uint64_t total = groupSize(0);
+    if (isChar(array->dataType) && list.peekTree() && treeType(list.peekTree()) == DT_NULL) {
+        addAt(list.takeTree(), 1);
+        return true;
+    }
     do {
         if (!parseElement(false))
             return false;

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "decl/currentToken.h"
+#include "decl/layout.h"
 #include "decl/listReader.h"
 #include "expr/guards.h"
 #include "expr/parser.h"
@@ -118,8 +119,7 @@ namespace {
 // bit-field without a name has one that can't be named.
 bool isListed(const TypeInfo *member) {
     bool isPad = member->name && strcmp(member->name->text, "__bitfieldpad") == 0;
-    return member->storage != STORAGE_STATIC && member->storage != STORAGE_TYPEDEF &&
-           member->kind != KIND_FUNCTION && !isPad;
+    return takesRoom(member, AGGREGATE_STRUCT) && !isPad;
 }
 
 const TypeInfo *firstListed(const TypeInfo *member) {

@@ -10,6 +10,8 @@
 #include "decl/arrayInfo.h"
 #include "decl/initialiserList.h"
 #include "expr/evaluator.h"
+#include "expr/memberAccess.h"
+#include "expr/objects.h"
 #include "expr/operands.h"
 #include "expr/scope.h"
 #include "numeric/arrayValue.h"
@@ -53,6 +55,13 @@ bool isCopied(int type, size_t size) {
 
 bool isFixedArray(const TypeInfo *member) {
     return member->kind == KIND_C_ARRAY || member->kind == KIND_ARRAY;
+}
+
+void storeConverted(void *address, int type, const Value *value) {
+    if (type == DT_P_FUNCTION)
+        storeFunctionPointer(address, value);
+    else
+        storeScalar(address, type, value, StorePlace::VARIABLE);
 }
 
 class ListStore {
@@ -171,7 +180,7 @@ uint64_t ListStore::storeAny(const Elements &elements, uint64_t index) {
     if (type == elements.type && isCopied(type, elements.size))
         memcpy(elements.at(index), &given->payload, elements.size);
     else
-        storeScalar(elements.at(index), elements.type, given.get(), StorePlace::VARIABLE);
+        storeConverted(elements.at(index), elements.type, given.get());
     return index + 1;
 }
 
@@ -182,7 +191,7 @@ void ListStore::storeStruct(char *address, const StructInfo *info) {
     if (given == WHOLE_OBJECT) {
         const Operand object = takeValue();
         if (object && !isNullAddress(object->payload.p))
-            memcpy(address, object->payload.p, info->size);
+            copyObject(address, object->payload.p, info);
         return;
     }
     const TypeInfo *member = firstListMember(info);
@@ -223,9 +232,13 @@ void ListStore::storeMember(char *object, const TypeInfo *member) {
     const Operand given = takeValue();
     if (!given)
         return;
+    if (member->bitField) {
+        writeBitField(address, given.get(), pointerTo(member->dataType), member->bitWidth,
+                      member->bitOffset);
+        return;
+    }
     bool isPointerToArray = member->kind == KIND_P_C_ARRAY || member->kind == KIND_P_ARRAY;
-    storeScalar(address, isPointerToArray ? +DT_P_VOID : +dataTypeOf(member), given.get(),
-                StorePlace::VARIABLE);
+    storeConverted(address, isPointerToArray ? +DT_P_VOID : +dataTypeOf(member), given.get());
 }
 
 }  // namespace
@@ -265,6 +278,7 @@ void assignInitList(const ExprNode *list, TypeInfo *symbol) {
     }
     if (!isFixedArray(symbol)) {
         const StructInfo *info = symbol->structLink;
+        releaseObject(cell->data.p, info);
         memset(cell->data.p, 0, info->size);
         store.storeStruct(static_cast<char *>(cell->data.p), info);
     } else {

@@ -50,6 +50,7 @@ Class classOf(const Value *value) {
         case DT_CARRAY: return Class::ADDRESS;
         case DT_ARRAY:
         case DT_P_ARRAY: return Class::ARRAY;
+        case DT_STRUCT: return Class::OBJECT;
         default: break;
     }
     if (isIntegral(type))
@@ -338,7 +339,9 @@ void printElements(Sink &sink, const Conversion *conversion, const Value *array)
 // The elements of an array by the conversion, the members of an object by their types.
 void printParts(Sink &sink, const Conversion *conversion, const Value *value) {
     void *data = value->payload.p;
-    if (value->type == DT_P_ARRAY && isNullAddress(data))
+    if (value->type == DT_STRUCT)
+        printStruct(sink, "", value->payload2.structInfo, isNullAddress(data) ? nullptr : data);
+    else if (value->type == DT_P_ARRAY && isNullAddress(data))
         sink.write("NULL\n");
     else
         printElements(sink, conversion, value);
