@@ -13,6 +13,7 @@
 #include "front/fileNames.h"
 #include "front/sourceKeeper.h"
 #include "instance/report.h"
+#include "platform/stack.h"
 #include "stmt/execute.h"
 #include "stmt/parser.h"
 #include "stmt/resolve.h"
@@ -102,6 +103,10 @@ int refuseText(int caller) {
 }  // namespace
 
 int evalText(const char *text, int caller) {
+    if (platform::stackIsLow()) {
+        plainError("texts are evaluated within each other too deeply");
+        return refuseText(caller);
+    }
     SourceKeeper source;
     ContextKeeper context;
     ExprNode *tree = parseText(text);

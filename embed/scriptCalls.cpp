@@ -20,6 +20,7 @@
 #include "front/sourceKeeper.h"
 #include "instance/report.h"
 #include "numeric/shape.h"
+#include "platform/stack.h"
 #include "stmt/calls.h"
 #include "stmt/execute.h"
 
@@ -327,6 +328,10 @@ void storeResult(void *result, const FuncInfo *function, Value *value) {
 int callScriptFunction(TypeInfo *function, void *result, CallArguments &arguments,
                        bool argumentsFailed) {
     const FuncInfo *info = function->functionLink;
+    if (platform::stackIsLow()) {
+        plainError("calls by the host are nested too deeply");
+        return -1;
+    }
     HostContext context;
     if (!context.own)
         return -1;
