@@ -102,11 +102,9 @@ int refuseText(int caller) {
 
 }  // namespace
 
-int evalText(const char *text, int caller) {
-    if (platform::stackIsLow()) {
-        plainError("texts are evaluated within each other too deeply");
-        return refuseText(caller);
-    }
+namespace {
+
+int parseAndRun(const char *text, int caller) {
     SourceKeeper source;
     ContextKeeper context;
     ExprNode *tree = parseText(text);
@@ -118,6 +116,20 @@ int evalText(const char *text, int caller) {
         pushValue(newZeroValue(DT_INT));
     errorFlag = 0;
     deleteNode(tree);
+    return result;
+}
+
+}  // namespace
+
+int evalText(const char *text, int caller) {
+    if (platform::stackIsLow()) {
+        plainError("texts are evaluated within each other too deeply");
+        return refuseText(caller);
+    }
+    bool hadErrors = runStatus == RUN_ERROR;
+    int result = parseAndRun(text, caller);
+    if (hadErrors)
+        noteRunError();  // of the run around it
     return result;
 }
 
