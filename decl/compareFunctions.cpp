@@ -6,6 +6,7 @@
 
 #include "decl/arrayInfo.h"
 #include "decl/functions.h"
+#include "expr/guards.h"
 #include "expr/value.h"
 #include "instance/report.h"
 
@@ -204,12 +205,27 @@ void compareResults(const FuncInfo *fresh, const FuncInfo *old) {
         refuseResult(nameOf(old), typeKindText(old->returnKind), typeKindText(fresh->returnKind));
 }
 
+void compareResultShapes(const FuncInfo *fresh, const FuncInfo *old) {
+    bool areArrays = fresh->returnKind == KIND_ARRAY && fresh->returnType != DT_P_FUNCTION;
+    if (!areArrays || !fresh->owner || !old->owner)
+        return;
+    compareArrayTypes(fresh->owner, old->owner);
+    if (!errorFlag)
+        return;
+    if (const char *name = nameOf(old))
+        parseError("the array type of function %s() is changed", name);
+    else
+        parseError("the array type of function is changed");
+}
+
 void compareBoth(const FuncInfo *fresh, const FuncInfo *old, Strictness strictness) {
     if (!fresh || !old) {
         parseError("function argument do not match");
         return;
     }
     compareResults(fresh, old);
+    if (!errorFlag)
+        compareResultShapes(fresh, old);
     if (!errorFlag)
         compareLists(fresh, old, strictness);
 }

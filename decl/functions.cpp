@@ -334,6 +334,8 @@ void takeFormals(TypeInfo *fresh, TypeInfo *old) {
 TypeInfo *redeclareFunction(TypeInfo *existing, TypeInfo *fresh) {
     compareHeads(fresh, existing);
     compareFunctions(fresh->functionLink, existing->functionLink);
+    if (fresh->pointerFunction && existing->pointerFunction)
+        compareFunctions(fresh->pointerFunction, existing->pointerFunction);
     bool isDefinition = charFollows("{");
     if (!errorFlag && isDefinition && existing->functionLink->body)
         parseError("redefine the user-defined procedure body for '%s'", functionText(existing));

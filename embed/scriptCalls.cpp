@@ -38,17 +38,30 @@ TypeInfo *definedFunction(const char *name) {
     return isDefined ? symbol : nullptr;
 }
 
+enum CallService { BY_NAME, BY_NAME_WITH_LIST };
+
+void refuseName(const char *name, CallService service) {
+    if (service == BY_NAME && !name)
+        plainError("invalid function name for Zy_CallFuncByName().");
+    else if (service == BY_NAME)
+        plainError("invalid function name '%s' for Zy_CallFuncByName().", name);
+    else if (!name)
+        plainError("invalid function name for Zy_CallFuncByNameVar().");
+    else
+        plainError("invalid function name '%s' for Zy_CallFuncByNameVar().", name);
+}
+
 // The function of a name, also from a function file. NULL, and a message unless the file has them.
-TypeInfo *findFunction(const char *name, const char *service) {
+TypeInfo *findFunction(const char *name, CallService service) {
     if (!name) {
-        plainError("invalid function name for %s().", service);
+        refuseName(name, service);
         return nullptr;
     }
     if (TypeInfo *function = definedFunction(name))
         return function;
     std::string path;
     if (!findFunctionFile(name, path)) {
-        plainError("invalid function name '%s' for %s().", name, service);
+        refuseName(name, service);
         return nullptr;
     }
     return Zy_AppendParseScriptFile_kernel(nullptr, path.data()) == 0 ? definedFunction(name)
@@ -385,12 +398,12 @@ int Zy_CallFuncByAddrv_kernel(void *, void *function, void *result, va_list list
 }
 
 int Zy_CallFuncByNamev_kernel(void *, const char *name, void *result, va_list list) {
-    TypeInfo *function = findFunction(name, "Zy_CallFuncByName");
+    TypeInfo *function = findFunction(name, BY_NAME);
     return function ? callWithHostArguments(function, result, list) : -1;
 }
 
 int Zy_CallFuncByNameVar_kernel(void *, const char *name, void *result, ZyVarArgs list) {
-    TypeInfo *function = findFunction(name, "Zy_CallFuncByNameVar");
+    TypeInfo *function = findFunction(name, BY_NAME_WITH_LIST);
     if (!function)
         return -1;
     auto *cells = reinterpret_cast<ExprNode *>(list);

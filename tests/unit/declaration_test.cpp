@@ -327,6 +327,38 @@ TEST_F(DeclarationTest, Redeclarations) {
     });
 }
 
+TEST_F(DeclarationTest, RedeclaredFunctionsWithArraysAndPointersToFunctions) {
+    const Row rows[] = {
+        {"array double f()[3]; array double f()[4];",
+         "ERROR: array dimensions do not match\n"
+         "ERROR: the array type of function f() is changed\n"},
+        {"array double f()[3]; double f();",
+         "ERROR: the return data type of function f() is changed from computational array to "
+         "simple variable\n"},
+        {"int f(int a[]); int f(int *a);", ""},
+        {"int f(int a[3]); int f(int a[4]);",
+         "ERROR: upper limit for array extent of dimension 1 in arg 1 is changed\n"},
+        {"int f(int, int a[3][3]); int f(int, int a[3][4]);",
+         "ERROR: upper limit for array extent of dimension 2 in arg 2 is changed from 2 to 3 \n"},
+        {"int f(int a[3][3]); int f(int a[3]);", "ERROR: rank of array is changed from 2 to 1 \n"},
+        {"int f(int a[3]); int f(array int a[3]);",
+         "ERROR: change C array to computational array\n"},
+        {"int f(array int a[3]); int f(int a[3]);",
+         "ERROR: change computational array to C array\n"},
+        {"int f(array int a[0:3]); int f(array int a[1:3]);",
+         "ERROR: lower limit for array extent of dimension 1 in arg 1 is changed from 0 to 1 \n"},
+        {"int f(int g(int)); int f(int (*g)(int));", ""},
+        {"int f(int (*g)(int)); int f(int (*g)(int *));",
+         "ERROR: the data type of arg 1 of function g() is changed from int to pointer to int\n"},
+        {"int (*f(int a))(int); int (*f(int a))(double);",
+         "ERROR: the data type of arg 1 is changed from int to double\n"},
+    };
+    for (const Row &row : rows) {
+        EXPECT_EQ(read(row.text), row.result) << row.text;
+        clear();
+    }
+}
+
 // A function and a pointer that is to lead to it: where an argument is converted there is a
 // warning.
 TEST_F(DeclarationTest, ComparedPrototypes) {
