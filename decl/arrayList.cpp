@@ -262,8 +262,7 @@ bool ArrayReader::addText(ExprNode *tree) {
 
 // ---- Texts in place of a list -----------------------------------------------------------------
 
-bool ArrayReader::parseText() {
-    ExprNode *tree = list.takeTree();
+bool ArrayReader::takeText(ExprNode *tree) {
     const Value *constant = constantOf(tree);
     bool isText =
         isVector() && constant && isRowText(array->dataType, static_cast<int>(constant->type));
@@ -301,7 +300,7 @@ namespace {
 
 bool readArray(ListReader &list, const TypeInfo *symbol) {
     ArrayReader elements(list, symbol, false);
-    bool isRead = list.acceptOpen() ? elements.parseGroup(0) : elements.parseText();
+    bool isRead = list.acceptOpen() ? elements.parseGroup(0) : elements.takeText(list.takeTree());
     return isRead && elements.setOpenLimit();
 }
 
@@ -332,6 +331,12 @@ bool parseBraceList(TypeInfo *symbol, StmtNode *statement) {
         return refuseList(refusal);
     ListReader list;
     return finishList(list, readArray(list, symbol), statement);
+}
+
+bool makeTextList(TypeInfo *symbol, StmtNode *statement, ExprNode *tree) {
+    ListReader list;
+    ArrayReader elements(list, symbol, false);
+    return finishList(list, elements.takeText(tree) && elements.setOpenLimit(), statement);
 }
 
 bool parseStructList(TypeInfo *symbol, StmtNode *statement, bool isArray) {

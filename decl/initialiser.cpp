@@ -3,6 +3,8 @@
 
 #include "decl/initialiser.h"
 
+#include <cstring>
+
 #include "decl/funcInfo.h"
 #include "decl/initialiserList.h"
 #include "expr/evaluator.h"
@@ -13,9 +15,11 @@
 #include "expr/scope.h"
 #include "expr/select.h"
 #include "expr/thread.h"
+#include "expr/typeQueries.h"
 #include "front/lexer.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
+#include "numeric/convert.h"
 #include "numeric/initList.h"
 #include "numeric/shape.h"
 #include "stmt/parser.h"
@@ -129,7 +133,7 @@ private:
     Value *stack;
 };
 
-const TypeInfo *calledFunction(const ExprNode *tree) {
+const TypeInfo *calledSymbol(const ExprNode *tree) {
     bool isCall = tree->kind == NODE_OPERATOR && tree->op == OP_CALL && tree->left &&
                   tree->left->kind == NODE_VALUE && tree->left->type == DT_NAME;
     return isCall ? tree->left->payload.symbol : nullptr;
@@ -139,7 +143,7 @@ void refuseValue(const ExprNode *tree) {
     runStatus = RUN_CLEAN;
     parseOk = 0;
     parseError("invalid initializer");
-    const TypeInfo *function = tree ? calledFunction(tree) : nullptr;
+    const TypeInfo *function = tree ? calledSymbol(tree) : nullptr;
     if (function && function->functionLink && !function->functionLink->body)
         parseError("function %s() cannot be used as an initializer for variable of static duration",
                    function->name->text);
@@ -162,7 +166,7 @@ void evaluateInto(ExprNode *leaf, ExprNode *tree) {
 namespace {
 
 void refuseValues(const ExprNode *values) {
-    while (values && !calledFunction(values->item))
+    while (values && !calledSymbol(values->item))
         values = values->next;
     refuseValue(values ? values->item : nullptr);
 }
@@ -177,10 +181,55 @@ void evaluateList(const ExprNode *list, TypeInfo *symbol) {
         assignInitList(list, symbol);
 }
 
+// An array of characters that no list follows takes any text, as there is one now.
+bool isTextArray(const TypeInfo *symbol) {
+    bool isNarrow = symbol->dataType == DT_CHAR || symbol->dataType == DT_UCHAR;
+    return isArrayVariable(symbol) && isNarrow && symbol->arrayLink->rank == 1;
+}
+
+ExprNode *keptText(const Value *value) {
+    ExprNode *leaf = newZeroValue(DT_P_CHAR);
+    const char *text = isNullAddress(value->payload.p) ? "" : value->payload.text;
+    size_t length = value->type == DT_CARRAY ? strnlen(text, value->count) : strlen(text);
+    auto *copy = static_cast<char *>(allocOrFail(length + 1));
+    if (copy) {
+        memcpy(copy, text, length);
+        copy[length] = '\0';
+        leaf->payload.text = keepText(copy);
+        leaf->count = static_cast<uint32_t>(length + 1);
+    }
+    return leaf;
+}
+
+// What a text expression gives, in place of its tree. NULL after a message.
+ExprNode *textNow(ExprNode *tree) {
+    if (!tree || constantOf(tree) || !isRowText(DT_CHAR, treeDataType(tree)) || errorFlag)
+        return tree;
+    ParseTimeRun run;
+    if (ExprNode *chain = compileChain(tree, nullptr, false))
+        runNested(chain);
+    ExprNode *text = nullptr;
+    if (runStatus != RUN_CLEAN)
+        refuseValue(tree);
+    else if (Value *value = popValue()) {
+        text = keptText(value);
+        deleteValue(value);
+    }
+    deleteNode(tree);
+    return text;
+}
+
+bool readStaticList(TypeInfo *symbol, StmtNode *statement) {
+    if (braceFollows() || !isTextArray(symbol))
+        return readList(symbol, statement);
+    ExprNode *tree = textNow(parseAssignmentExpression(false));
+    return tree && makeTextList(symbol, statement, tree);
+}
+
 void parseStaticList(TypeInfo *symbol) {
     StmtNode statement{};
     prepareList(&statement, symbol, 0);
-    bool isRead = readList(symbol, &statement);
+    bool isRead = readStaticList(symbol, &statement);
     completeStorage(symbol);
     if (isRead && !errorFlag)
         evaluateList(statement.operandB.tree, symbol);

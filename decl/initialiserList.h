@@ -15,6 +15,9 @@ struct StmtNode;
 bool parseBraceList(TypeInfo *symbol, StmtNode *statement);
 bool parseStructList(TypeInfo *symbol, StmtNode *statement, bool isArray);
 
+// The same for a text that has been read. Takes the tree.
+bool makeTextList(TypeInfo *symbol, StmtNode *statement, ExprNode *tree);
+
 // Steps over a list that nothing can be made of, with what is open in it.
 void skipBraceList();
 

@@ -81,8 +81,8 @@ public:
     bool parseGroup(size_t dimension);
     // A member's elements in the list around it.
     bool parseUnbraced();
-    // A text, or NULL, that stands for the list of an array of characters.
-    bool parseText();
+    // A text, or NULL, that stands for the list of an array of characters. Takes the tree.
+    bool takeText(ExprNode *tree);
     // An open first dimension becomes as large as the list.
     bool setOpenLimit();
 
