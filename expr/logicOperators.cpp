@@ -111,8 +111,9 @@ namespace {
 // The value of the branch that ran, on top of the stack, in the type of the other if that is wider.
 // A text stays one: it owns its characters, which a pointer to them wouldn't.
 void widen(ExprNode *chosen, ExprNode *other) {
-    int type = treeType(other);
-    Value *value = treeType(chosen) < type ? topValue() : nullptr;
+    int type = treeType(other), own = treeType(chosen);
+    bool isPointerBesideNull = type == DT_NULL && own >= DT_P_FILE;  // functions, too
+    Value *value = own < type && !isPointerBesideNull ? topValue() : nullptr;
     if (!value || value->type == DT_STRING || convertScalar(value, type))
         return;
     popValue();

@@ -119,7 +119,7 @@ VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
     ExprNode *actual = cell->item;
     if (TypeInfo *variable = variableOf(actual))
         return newLink(findVarCell(variable));
-    Value *address = referenceAddressOf(cell) ? popValue() : nullptr;
+    Value *address = referenceAddressOf(actual) ? popValue() : nullptr;
     bool popped;
     Value *value = operandOf(actual, popped);
     VarCell *copy = newArgument(formal, value);
