@@ -10,10 +10,14 @@
 #include "embed/hostValues.h"
 #include "embed/kernel.h"
 #include "expr/calls.h"
+#include "expr/evaluator.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
+#include "expr/operators.h"
+#include "expr/parserParts.h"
 #include "expr/readers.h"
 #include "expr/scope.h"
+#include "expr/thread.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
@@ -63,11 +67,23 @@ void storeForHost(void *result, int type, const Value *value) {
 
 // ---- Zy_SetVar ----------------------------------------------------------------------------------
 
-Symbol *visibleSymbol(const char *name) {
+// The variable of that name where the script stands, as the target of an assignment: a data member
+// that is seen inside a member function is one of its object. NULL if there is none.
+ExprNode *targetNamed(const char *name) {
     NameEntry *entry = name ? lookupName(name) : nullptr;
-    ClassContext *classRecord = nullptr;
-    return entry ? lookupSymbolRun(currentContext, currentContext->statement, entry, &classRecord)
-                 : nullptr;
+    ClassContext *object = nullptr;
+    Symbol *symbol =
+        entry ? lookupSymbolRun(currentContext, currentContext->statement, entry, &object)
+              : nullptr;
+    if (!symbol)
+        return nullptr;
+    bool isMember = object && object->thisFormal && (symbol->flags & FLAG_MEMBER) &&
+                    !(symbol->flags & FLAG_CONSTRUCTOR) && symbol->storage != STORAGE_TYPEDEF &&
+                    symbol->storage != STORAGE_STATIC;
+    if (!isMember)
+        return newSymbolNode(symbol);
+    int index = memberIndex(object->thisFormal->structLink, symbol);
+    return newOperatorNode(OP_ARROW, newSymbolNode(object->thisFormal), newIntNode(index));
 }
 
 // The check goes by declarations, which an array of the host has none of.
@@ -89,20 +105,22 @@ int assignChecked(ExprNode *target, Value *value) {
         return -1;
     ExprNode *chain = currentContext->chain;
     currentContext->chain = nullptr;
+    if (ExprNode *object = threadAssignTarget(target, nullptr))
+        runNested(object);
     assignValue(target, value);
     currentContext->chain = chain;
     return 0;
 }
 
 int setVariable(const char *name, int type, HostArguments &arguments) {
-    Symbol *symbol = visibleSymbol(name);
-    if (!symbol) {
+    ExprNode *target = targetNamed(name);
+    if (!target) {
         plainError("'%s' is not a valid variable in Zy space", name ? name : "");
         return -1;
     }
-    ExprNode *target = newSymbolNode(symbol);
     int result = -1;
-    bool isFunction = symbol->kind == KIND_FUNCTION;
+    TypeInfo *variable = variableOf(target);
+    bool isFunction = variable && variable->kind == KIND_FUNCTION;
     if (isFunction || isLvalue(target, false) != LVALUE_YES) {
         plainError("'%s' is invalid lvalue in Zy_SetVar()", name);
     } else if (Value *value = valueFromHost(type, arguments, "Zy_SetVar")) {

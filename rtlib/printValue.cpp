@@ -426,12 +426,14 @@ int printView(Sink &sink, const Conversion *conversion, const Value *view) {
     return printAny(sink, conversion, view, Source::CELL);
 }
 
-int printCell(Sink &sink, const char *format, const VarCell *cell) {
+int printCell(Sink &sink, const char *format, const VarCell *cell, const StructInfo *info) {
     Value view{};
     view.kind = NODE_VALUE;
     view.type = cell->type;
     view.payload = cell->data;
     view.payload2 = cell->data2;
+    if (cell->type == DT_STRUCT)
+        view.payload2.structInfo = const_cast<StructInfo *>(info);
     view.shape = cell->shape;
     view.count = cell->count;
     return printAny(sink, format, &view, Source::CELL);

@@ -16,8 +16,9 @@ int printValue(Sink &sink, const char *format, const Value *value);
 int printConverted(Sink &sink, const Conversion &conversion, const Value *value);
 
 // The same for storage, where defaults don't follow _formatf and _formatd and a text that is NULL
-// shows as "NULL".
-int printCell(Sink &sink, const char *format, const VarCell *cell);
+// shows as "NULL". The class of an object isn't in its cell.
+int printCell(Sink &sink, const char *format, const VarCell *cell,
+              const StructInfo *info = nullptr);
 // The same for storage that a Value borrows.
 int printView(Sink &sink, const Conversion *conversion, const Value *view);
 
