@@ -33,8 +33,10 @@ bool isChar(int type) { return type == DT_CHAR || type == DT_UCHAR; }
 
 // Characters of a text with the NUL at its end.
 uint64_t textLength(const Value *text) {
-    if (text->count > 0 || !text->payload.text)
+    if (text->count > 0)
         return text->count;
+    if (!text->payload.text)
+        return 1;
     return strlen(text->payload.text) + 1;
 }
 
@@ -287,9 +289,9 @@ bool ArrayReader::setOpenLimit() {
         return true;
     uint64_t size = groupSize(1);
     uint64_t rows = size > 0 ? roundedUp(position, size) / size : 0;
-    if (rows == 0)
-        return refuse(texts().invalid);
     ExprNode *lower = array->arrayLink->bounds;
+    if (rows == 0 || !lower)
+        return refuse(texts().invalid);
     lower->next->item->payload.i = boundOf(lower) + static_cast<int>(rows);
     return true;
 }

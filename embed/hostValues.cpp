@@ -1,6 +1,7 @@
 #include "embed/hostValues.h"
 
 #include <cstring>
+#include <string>
 
 #include "embed/hostArrays.h"
 #include "embed/hostTypes.h"
@@ -56,11 +57,21 @@ bool isAggregateCode(int code) {
     return code == ZY_TYPE_STRUCT || code == ZY_TYPE_CLASS || code == ZY_TYPE_UNION;
 }
 
+StructInfo *typeNamed(const char *tag) {
+    const NameEntry *name = lookupName(tag);
+    const Symbol *symbol = name ? name->symbol : nullptr;
+    return symbol && symbol->storage == STORAGE_TYPEDEF ? symbol->structLink : nullptr;
+}
+
+// A tag stands under a name of its own where an object has the plain one.
+StructInfo *structNamed(const char *tag) {
+    StructInfo *info = typeNamed(tag);
+    return info ? info : typeNamed(("_zy_" + std::string(tag)).c_str());
+}
+
 // A copy of the object of a tag; NULL after a message.
 Value *objectFrom(const char *tag, const void *data) {
-    NameEntry *name = tag ? lookupName(tag) : nullptr;
-    Symbol *symbol = name ? name->symbol : nullptr;
-    StructInfo *info = symbol ? symbol->structLink : nullptr;
+    StructInfo *info = tag ? structNamed(tag) : nullptr;
     void *copy = info && data ? allocOrFail(info->size) : nullptr;
     if (!copy) {
         plainError("invalid argument following struct/class/union type");

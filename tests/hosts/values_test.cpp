@@ -1,4 +1,4 @@
-// Arrays that a host sets and reads.
+// Arrays and objects that a host sets and reads.
 
 #include "host.h"
 
@@ -47,4 +47,42 @@ TEST(Arrays, AreSetFromTheHostByShapeAndReadAsTheyAre) {
               "ERROR: unknown data type in Zy_SetVar()\n"
               "ERROR: unknown data type in Zy_SetVar()\n"
               "ERROR: 'c' is invalid lvalue in Zy_SetVar()\n");
+}
+
+TEST(Objects, AreSetFromTheHostByTheirTag) {
+    Outcome run = inChild([] {
+        void *zy = mustStart();
+        char declaration[] =
+            "struct P { int x; double y; } p, *q; int P; union U { int i; } u; typedef struct P T;";
+        Zy_DeclareVar(zy, declaration);
+        struct {
+            int x;
+            double y;
+        } object = {3, 4.5};
+        printf("%d ", Zy_SetVar(zy, "p", ZY_TYPE_STRUCT, "P", &object));
+        object.x = 5;
+        printf("%d ", Zy_SetVar(zy, "q", ZY_TYPE_P_STRUCT, &object));
+        int x = 0, y = 0;
+        printf("%d ", Zy_ExprCalc(zy, "p.x", ZY_TYPE_INT, &x));
+        printf("%d ", Zy_ExprCalc(zy, "q->x + 1", ZY_TYPE_INT, &y));
+        printf("%d %d ", x, y);
+        printf("%d ", Zy_SetVar(zy, "p", ZY_TYPE_STRUCT, "T", &object));
+        void *address;
+        ZyValueHandle value = Zy_ExprValue(zy, "p", &address);
+        printf("%d\n", *static_cast<int *>(address));
+        Zy_DeleteExprValue(zy, value);
+        printf("%d", Zy_SetVar(zy, "u", ZY_TYPE_STRUCT, "P", &object));
+        printf("%d", Zy_SetVar(zy, "p", ZY_TYPE_STRUCT, "p", &object));
+        printf("%d", Zy_SetVar(zy, "p", ZY_TYPE_STRUCT, nullptr, &object));
+        printf("%d", Zy_SetVar(zy, "p", ZY_TYPE_STRUCT, "P", nullptr));
+        mustEnd(zy);
+        return 0;
+    });
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "0 0 0 0 3 6 0 5\n-1-1-1-1");
+    EXPECT_EQ(run.err,
+              "ERROR: different structs 'U' and 'P' are incompatible data types\n"
+              "ERROR: invalid argument following struct/class/union type\n"
+              "ERROR: invalid argument following struct/class/union type\n"
+              "ERROR: invalid argument following struct/class/union type\n");
 }
