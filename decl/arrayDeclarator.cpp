@@ -2,6 +2,7 @@
 // one more than the largest subscript; what was seen in the declarator as a whole decides which
 // forms may stand beside each other.
 
+#include <algorithm>
 #include <cstring>
 
 #include "decl/arrayInfo.h"
@@ -48,7 +49,7 @@ private:
     bool endWithoutLimit();
     bool readLimit();
     void endOpen();
-    bool takeLimit(ExprNode *tree);
+    bool takeLimit(ExprNode *tree, bool failed);
     bool nextDimension();
     bool finish();
 
@@ -284,8 +285,12 @@ bool ArrayDeclarator::readLimit() {
     if (assumed)
         parseError("mixing assumed-shape with fixed size in array declaration");
     fixed = true;
+    unsigned char earlier = errorFlag;
+    errorFlag = 0;
     ExprNode *tree = convertTree(parseAssignmentExpression(false), DT_INT);
-    return takeLimit(tree);
+    bool failed = errorFlag;
+    errorFlag |= earlier;
+    return takeLimit(tree, failed);
 }
 
 // `lower:` without the other limit. As a first dimension it is that of a parameter alone.
@@ -304,17 +309,17 @@ void ArrayDeclarator::endOpen() {
     addDimension(newIntNode(limit));
 }
 
-bool ArrayDeclarator::takeLimit(ExprNode *tree) {
-    if (!tree || errorFlag || !isIntegral(treeDataType(tree))) {
+bool ArrayDeclarator::takeLimit(ExprNode *tree, bool failed) {
+    if (!tree || failed || !isIntegral(treeDataType(tree))) {
         deleteNode(tree);
         return refuse("non-integral array index");
     }
     if (isConstantTree(tree)) {
-        int64_t limit = int64_t{evaluateConstant(tree)} + 1;
+        int upper = std::min(evaluateConstant(tree), OPEN_LIMIT - 2);
         deleteNode(tree);
-        if (!deferred && limit <= constantLower())
+        if (!deferred && upper <= constantLower())
             parseError("upper limit equal or less than lower limit");
-        addDimension(newIntNode(static_cast<int>(limit < OPEN_LIMIT ? limit : OPEN_LIMIT - 1)));
+        addDimension(newIntNode(upper + 1));
     } else {
         addDimension(newOperatorNode(OP_ADD_INT, tree, newIntNode(1)));
         deferred = true;

@@ -198,11 +198,28 @@ void refuseResult(const char *name, const char *before, const char *after) {
         parseError("the return data type of function is changed from %s to %s", before, after);
 }
 
+void compareArrayResults(const FuncInfo *fresh, const FuncInfo *old) {
+    bool areArrays = old->returnType != DT_P_FUNCTION && fresh->owner && old->owner &&
+                     fresh->owner->arrayLink && old->owner->arrayLink;
+    if (!areArrays)
+        return;
+    unsigned char earlier = errorFlag;
+    errorFlag = 0;
+    compareArrayTypes(fresh->owner, old->owner);
+    if (errorFlag && nameOf(old))
+        parseError("the array type of function %s() is changed", nameOf(old));
+    else if (errorFlag)
+        parseError("the array type of function is changed");
+    errorFlag |= earlier;
+}
+
 void compareResults(const FuncInfo *fresh, const FuncInfo *old) {
     if (fresh->returnType != old->returnType)
         refuseResult(nameOf(old), dataTypeText(old->returnType), dataTypeText(fresh->returnType));
     else if (fresh->returnKind != old->returnKind)
         refuseResult(nameOf(old), typeKindText(old->returnKind), typeKindText(fresh->returnKind));
+    else
+        compareArrayResults(fresh, old);
 }
 
 void compareResultShapes(const FuncInfo *fresh, const FuncInfo *old) {

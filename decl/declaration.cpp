@@ -473,6 +473,12 @@ TypeInfo *DeclarationParser::declareHead(const Specifiers &given, Declarator &de
 
 // What only an array or an initial value makes right.
 bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) const {
+    bool isVariable = context != CONTEXT_PARAMETER && info->storage != STORAGE_TYPEDEF;
+    bool isArray = info->kind == KIND_C_ARRAY || info->kind == KIND_ARRAY;
+    if (isArray && isVariable && isAssumedShape(info)) {
+        parseError("assumed-shape array not in function prototype scope");
+        return false;
+    }
     if (info->kind == KIND_ARRAY && !info->arrayLink) {
         parseError("computational array type qualifier applied to a scalar variable");
         return false;
@@ -481,7 +487,6 @@ bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) con
         parseError("Fortran array type qualifier applied to a scalar variable");
         return false;
     }
-    bool isVariable = context != CONTEXT_PARAMETER && info->storage != STORAGE_TYPEDEF;
     if (info->kind == KIND_REFERENCE && isVariable && !isInitialised) {
         parseError("reference variable %s is not initialized", info->name->text);
         return false;

@@ -101,7 +101,8 @@ ShapeList declaredShape(const ArrayInfo *info) {
         int lower = constantBound(cell), limit = constantBound(cell->next);
         if (lower == OPEN_LIMIT)
             lower = 0;
-        *tail = newShapeNode(lower, limit == OPEN_LIMIT ? lower : limit);
+        // A declaration that was refused may have limits that no array has.
+        *tail = newShapeNode(lower, limit == OPEN_LIMIT || limit < lower ? lower : limit);
         if (!*tail)
             break;
         tail = &(*tail)->next;
