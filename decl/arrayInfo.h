@@ -22,6 +22,7 @@ struct ArrayInfo {
     uint32_t kind;       // NODE_ARRAY_INFO
     uint32_t shapeKind;  // ShapeKind
     uint16_t fortranOrder;
+    ShapeNode *fixedShape;  // what fixedShapeOf() has made of the bounds; owned
 };
 
 }  // namespace zy

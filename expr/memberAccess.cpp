@@ -12,6 +12,7 @@
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/arrayStorage.h"
 #include "numeric/convert.h"
 
 namespace zy {
@@ -211,6 +212,11 @@ void pushZeroOf(const TypeInfo *member) {
     pushValue(zero);
 }
 
+void pushArray(const TypeInfo *member, void *place) {
+    if (Value *view = viewArrayMember(member, place))
+        pushValue(view);
+}
+
 void pushLoaded(const TypeInfo *member, const void *place) {
     Value *value = newValue();
     if (value && loadValue(value, place, dataTypeOf(member))) {
@@ -230,6 +236,8 @@ void pushMemberAt(TypeInfo *member, void *place) {
         pushField(member, place);
     else if (member->kind == KIND_SIMPLE && (type == DT_STRUCT || isClassPointer(type)))
         pushObject(member, place);
+    else if (isArray(type))
+        pushArray(member, place);
     else
         pushLoaded(member, place);
 }
@@ -360,6 +368,18 @@ void memberOperator(ExprNode *node) {
 
 // ---- Address ------------------------------------------------------------------------------------
 
+namespace {
+
+Value *addressOfArray(const TypeInfo *member, void *place) {
+    Value *view = viewArrayMember(member, place);
+    Value *pointer = view ? pointerToArray(view) : nullptr;
+    if (view)
+        deleteValue(view);
+    return pointer;
+}
+
+}  // namespace
+
 Value *memberAddress(ExprNode *node) {
     MemberObject object(node);
     TypeInfo *member = memberOfNode(node);
@@ -375,6 +395,8 @@ Value *memberAddress(ExprNode *node) {
     } else if (!place) {
         warnOfNoObject();
     }
+    if (place && liesInObject(member) && isArray(dataTypeOf(member)))
+        return addressOfArray(member, place);
     Value *value = newZeroValue(bandAbove(dataTypeOf(member)));
     if (!value)
         return nullptr;

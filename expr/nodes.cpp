@@ -8,6 +8,7 @@
 
 #include "expr/operators.h"
 #include "instance/report.h"
+#include "numeric/shape.h"
 
 namespace zy {
 
@@ -200,6 +201,7 @@ ArrayInfo *copyArrayInfo(const ArrayInfo *info) {
     if (copy) {
         *copy = *info;
         copy->bounds = copyNode(info->bounds);
+        copy->fixedShape = nullptr;
     }
     return copy;
 }
@@ -271,7 +273,10 @@ void releaseLeaf(ExprNode *node) {
                 releaseTypeInfo(node->payload.symbol);
             deleteValue(node);
             return;
-        case NODE_ARRAY_INFO: deleteNode(reinterpret_cast<ArrayInfo *>(node)->bounds); break;
+        case NODE_ARRAY_INFO:
+            releaseShape(reinterpret_cast<ArrayInfo *>(node)->fixedShape);
+            deleteNode(reinterpret_cast<ArrayInfo *>(node)->bounds);
+            break;
         case NODE_FUNC_INFO: releaseTypeList(reinterpret_cast<FuncInfo *>(node)->parameters); break;
         case NODE_STRUCT_INFO:
             releaseTypeList(reinterpret_cast<StructInfo *>(node)->members);

@@ -12,6 +12,8 @@
 #include "expr/scalarFamilies.h"
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
+#include "numeric/arrayStorage.h"
+#include "numeric/arrayValue.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 #include "numeric/subscripts.h"
@@ -76,6 +78,31 @@ bool loadTarget(Value *pointer) {
 
 }  // namespace
 
+namespace {
+
+// An array whose shape or elements end with it leaves its own to what was read from it.
+Value *derefOwned(const ExprNode *node, Operand &array) {
+    Value *result = derefArray(array.get());
+    bool isView = result && isArrayLike(static_cast<int>(result->type));
+    if (isView && array->ownership == ARRAY_OWNS_SHAPE) {
+        result->shape = copyShape(result->shape);
+        result->ownership = ARRAY_OWNS_SHAPE;
+    } else if (isView && array->ownership == ARRAY_OWNED) {
+        Value *copy = copyArrayValue(result, result->payload2.elementType);
+        if (copy)
+            copy->type = result->type;
+        recycleValue(result);
+        result = copy;
+    }
+    if (result && result->type == DT_STRUCT)
+        result->payload2.structInfo = structInfoOf(node);
+    if (Value *record = array.takeRecord())
+        deleteValue(record);
+    return result;
+}
+
+}  // namespace
+
 void indirection(ExprNode *node) {
     Value *result = nullptr;
     {
@@ -84,6 +111,8 @@ void indirection(ExprNode *node) {
             return;
         if (!standsInPlace(node->left) && loadTarget(pointer.get()))
             result = pointer.takeRecord();
+        else if (isArrayLike(static_cast<int>(pointer->type)))
+            result = derefOwned(node, pointer);
         else
             result = derefValue(pointer.get());
     }
@@ -95,20 +124,23 @@ void indirection(ExprNode *node) {
 
 namespace {
 
-// An array is its first element's address, an object that of its bytes; all else stands in the
-// variable's cell.
+// An object is the address of its bytes; all else stands in the variable's cell.
 Value *addressOfVariable(TypeInfo *symbol) {
     fetchVariable(symbol, 0);
     Value *value = popValue();
     if (!value)
         return nullptr;
-    VarCell *cell = findVarCell(symbol);
-    bool pointsAlready = isArrayLike(value->type) || value->type == DT_STRUCT;
+    if (value->type == DT_CARRAY) {
+        Value *pointer = pointerToArray(value);
+        deleteValue(value);
+        return pointer;
+    }
+    bool pointsAlready = value->type == DT_ARRAY || value->type == DT_STRUCT;
     if (value->type == DT_STRING)
         free(value->payload.text);
     value->type = pointerTo(value->type);
     if (!pointsAlready)
-        value->payload.p = &cell->data;
+        value->payload.p = &findVarCell(symbol)->data;
     return value;
 }
 

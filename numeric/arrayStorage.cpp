@@ -266,4 +266,71 @@ void assignPointerToCArray(VarCell *cell, const Value *value) {
         adoptShape(cell, value);
 }
 
+// ---- Members ------------------------------------------------------------------------------------
+
+namespace {
+
+bool isPointerMember(const TypeInfo *member) {
+    return member->kind == KIND_P_C_ARRAY || member->kind == KIND_P_ARRAY;
+}
+
+void *memberElements(const TypeInfo *member, void *place) {
+    if (!isPointerMember(member))
+        return place;
+    void *pointer;
+    memcpy(&pointer, place, sizeof pointer);
+    return pointer;
+}
+
+}  // namespace
+
+Value *viewArrayMember(const TypeInfo *member, void *place) {
+    Value *view = newZeroValue(dataTypeOf(member));
+    if (!view)
+        return nullptr;
+    view->payload.p = memberElements(member, place);
+    view->payload2.elementType = member->dataType;
+    if (member->arrayLink) {
+        view->shape = fixedShapeOf(member->arrayLink);
+        view->count = shapeCount(view->shape);
+    }
+    return view;
+}
+
+void assignArrayMember(const TypeInfo *member, void *place, const Value *value) {
+    if (member->kind == KIND_P_C_ARRAY) {
+        void *pointer = pointerOf(value);
+        memcpy(place, &pointer, sizeof pointer);
+        return;
+    }
+    void *elements = memberElements(member, place);
+    uint32_t count = member->arrayLink ? shapeCount(fixedShapeOf(member->arrayLink)) : 0;
+    if (!elements) {
+        runError("member of pointer to computational array has not been allocated memory");
+        return;
+    }
+    if (count == 0)
+        runWarning(
+            "member of pointer to computational array is incomplete with unknown number of "
+            "elements");
+    assignElements(elements, count, member->dataType, value);
+}
+
+Value *pointerToArray(const Value *array) {
+    ShapeNode *first = newShapeNode(0, 0);
+    Value *pointer = first ? newZeroValue(bandAbove(static_cast<int>(array->type))) : nullptr;
+    if (!pointer) {
+        releaseShape(first);
+        return nullptr;
+    }
+    first->extent.stride = array->count;
+    first->next = copyShape(array->shape);
+    pointer->payload.p = array->payload.p;
+    pointer->payload2.elementType = array->payload2.elementType;
+    pointer->shape = first;
+    pointer->count = array->count;
+    pointer->ownership = ARRAY_OWNS_SHAPE;
+    return pointer;
+}
+
 }  // namespace zy

@@ -33,4 +33,14 @@ void assignPointerToArray(TypeInfo *symbol, Value *value);
 // A C array's pointer takes the address, and the shape if it has none of its own.
 void assignPointerToCArray(VarCell *cell, const Value *value);
 
+// ---- Members ------------------------------------------------------------------------------------
+
+// An array, or a pointer to one, that lies in an object: a view of the array. NULL if there is no
+// memory.
+Value *viewArrayMember(const TypeInfo *member, void *place);
+void assignArrayMember(const TypeInfo *member, void *place, const Value *value);
+// The address of an array as a pointer to it, which counts it as one of any number; the shape is
+// the pointer's own.
+Value *pointerToArray(const Value *array);
+
 }  // namespace zy

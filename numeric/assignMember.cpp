@@ -7,6 +7,7 @@
 #include "expr/objects.h"
 #include "expr/scope.h"
 #include "instance/report.h"
+#include "numeric/arrayStorage.h"
 #include "numeric/assign.h"
 #include "numeric/assignSource.h"
 
@@ -30,6 +31,8 @@ void storeAt(const TypeInfo *member, void *place, const Value *value) {
         writeBitField(place, value, bandAbove(type), member->bitWidth, member->bitOffset);
     else if (type == DT_STRUCT)
         done = storeObject(place, value, member->structLink);
+    else if (isArray(type))
+        assignArrayMember(member, place, value);
     else if (type == DT_P_FUNCTION)
         memcpy(place, &value->payload.p, sizeof(void *));
     else

@@ -31,8 +31,8 @@ int64_t sizeOfClass(const StructInfo *info) { return info ? info->size : 0; }
 int64_t stepOf(const ExprNode *tree, const Value *pointer) {
     if (isShaped(pointer->type)) {
         int element = pointer->payload2.elementType;
-        int64_t size =
-            element == DT_STRUCT ? sizeOfClass(classOf(tree, pointer)) : int64_t{elementSize(element)};
+        int64_t size = element == DT_STRUCT ? sizeOfClass(classOf(tree, pointer))
+                                            : int64_t{elementSize(element)};
         return size * (pointer->shape ? pointer->shape->extent.stride : 1);
     }
     if (pointer->type == DT_P_STRUCT)

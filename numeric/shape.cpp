@@ -114,6 +114,12 @@ ShapeList declaredShape(const ArrayInfo *info) {
     return shape;
 }
 
+ShapeNode *fixedShapeOf(ArrayInfo *info) {
+    if (!info->fixedShape)
+        info->fixedShape = declaredShape(info);
+    return info->fixedShape;
+}
+
 int elementSize(int elementType) { return sizeofType(elementType); }
 
 int elementSizeOf(const TypeInfo *symbol) {

@@ -40,6 +40,8 @@ bool countElements(const ShapeNode *shape, uint32_t &count);
 // The shape that constant bounds declare, with strides; NULL for bounds that aren't known, and
 // after a message if memory is exhausted. A dimension of open limit has no extent.
 ShapeList declaredShape(const ArrayInfo *info);
+// The same, owned by the declaration, for views of what has no cell of its own.
+ShapeNode *fixedShapeOf(ArrayInfo *info);
 
 // Bytes of one element of a data type.
 int elementSize(int elementType);

@@ -8,6 +8,7 @@
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/arrayStorage.h"
 #include "numeric/arrayValue.h"
 #include "numeric/assign.h"
 #include "numeric/convert.h"
@@ -90,18 +91,27 @@ struct Base {
     int elementType;  // of the array
     ShapeNode *shape;
     bool isArray;
+    bool isComputed;  // a sum or an address: it points into an array, at any place
 };
 
 Base baseOfCell(const VarCell *cell) {
     bool isArray = isArrayLike(static_cast<int>(cell->type));
-    return {cell->data.p, static_cast<int>(cell->type), cell->data2.elementType,
-            isArray ? cell->shape : nullptr, isArray};
+    return {cell->data.p,
+            static_cast<int>(cell->type),
+            cell->data2.elementType,
+            isArray ? cell->shape : nullptr,
+            isArray,
+            false};
 }
 
 Base baseOfValue(const Value *value) {
     bool isArray = isArrayLike(static_cast<int>(value->type));
-    return {value->payload.p, static_cast<int>(value->type), value->payload2.elementType,
-            isArray ? value->shape : nullptr, isArray};
+    return {value->payload.p,
+            static_cast<int>(value->type),
+            value->payload2.elementType,
+            isArray ? value->shape : nullptr,
+            isArray,
+            false};
 }
 
 bool findBase(ExprNode *left, Element &element, Base &base) {
@@ -112,6 +122,7 @@ bool findBase(ExprNode *left, Element &element, Base &base) {
         if (!element.array)
             return false;
         base = baseOfValue(element.array);
+        base.isComputed = isPointerSum(left->op) || left->op == OP_ADDRESS;
     } else {
         base = baseOfValue(left->type == DT_CONSTANT ? left->payload.value : left);
     }
@@ -179,13 +190,14 @@ bool findInArray(const ExprNode *node, const Base &base, ExprNode *&list, Elemen
                  Element &element) {
     int rank = lengthOf(base.shape), given = lengthOf(list);
     int rest = rank > given ? rank - given : 0;
+    const ShapeNode *shape = base.shape;
     int64_t offset = 0;
-    if (rank > 0) {
-        offset = subscriptOffset(base.shape, rest, list, use == ElementUse::ADDRESS);
-    } else {
-        offset = readSubscript(list->item);
+    if (!shape || base.isComputed) {
+        offset = int64_t{readSubscript(list->item)} * (shape ? shape->extent.stride : 1);
+        shape = shape ? shape->next : nullptr;
         list = list->next;
     }
+    offset += subscriptOffset(shape, rest, list, use == ElementUse::ADDRESS);
     if (!base.data)
         return refuseNull(use);
     element.address = static_cast<char *>(base.data) + offset * stepOf(node, base.elementType);
@@ -301,20 +313,14 @@ void storeInElement(const ExprNode *node, const Element &element, const Value *v
 
 namespace {
 
-// The array that a pointer to it points to counts as one of any number.
 Value *addressOfPart(const Element &element) {
-    ShapeNode *first = newShapeNode(0, 0);
-    Value *pointer = first ? newZeroValue(DT_P_CARRAY) : nullptr;
-    if (!pointer)
-        return nullptr;
-    first->extent.stride = element.count;
-    first->next = copyShape(element.shape);
-    pointer->payload.p = element.address;
-    pointer->payload2.elementType = element.elementType;
-    pointer->shape = first;
-    pointer->count = element.count;
-    pointer->ownership = ARRAY_OWNS_SHAPE;
-    return pointer;
+    Value part{};
+    part.type = DT_CARRAY;
+    part.payload.p = element.address;
+    part.payload2.elementType = element.elementType;
+    part.shape = element.shape;
+    part.count = element.count;
+    return pointerToArray(&part);
 }
 
 }  // namespace
