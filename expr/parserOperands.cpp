@@ -99,7 +99,7 @@ void findFunction(NameEntry *name, bool runMode) {
     bool isDeclared =
         hasFile && (runMode ? loadFunctionFile(name, path) : declareFromFunctionFile(name, path));
     // A wrong file is told of once: the calls of the function are read as of any other.
-    if (!isDeclared)
+    if (!isDeclared && !name->symbol)
         makeImplicitFunction(name);
 }
 
