@@ -104,6 +104,7 @@ void errorDirective() {
         else if (!skipContinuation())
             text += lineBuffer[linePos++];
     }
+    text.erase(text.find_last_not_of(" \t\r") + 1);
     parseError("#error: %s", text.c_str());
 }
 

@@ -225,8 +225,11 @@ std::string findIncludeFile(IncludeMode mode, bool &textFollows) {
     textFollows = false;
     if (operand.name.empty() && !operand.failed)
         parseError("%s", rowOf(mode).complaint);
-    if (operand.name.empty() || refuses(operand, mode))
+    if (operand.name.empty() || refuses(operand, mode)) {
+        DirectiveLine line(false);
+        skipRestOfLine();
         return "";
+    }
     if (!operand.quoted)
         noteAppType(operand.name);
     DirectiveLine line(true);

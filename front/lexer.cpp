@@ -171,7 +171,9 @@ bool skipDots() {
 
 // Whether a # begins a directive here. The text of a directive and that of a macro's arguments are
 // read with their # as tokens.
-bool directivesRun() { return linesFollow() && !e_lang->rawLineMode && e_lang->macroExpansionOn && !directivesIdle; }
+bool directivesRun() {
+    return linesFollow() && !e_lang->rawLineMode && e_lang->macroExpansionOn && !directivesIdle;
+}
 
 // False: no token yet, the scan goes on.
 bool scanOperator() {

@@ -51,11 +51,16 @@ int findParameter(const MacroEntry *macro, const char *name) {
     return 0;
 }
 
-void appendCell(MacroCell *&list, int paramIndex, const char *text) {
-    MacroCell **link = &list;
-    while (*link)
-        link = &(*link)->next;
-    *link = newMacroCell(paramIndex, text);
+MacroCell *lastCell(MacroCell *list) {
+    while (list && list->next)
+        list = list->next;
+    return list;
+}
+
+MacroCell *appendCell(MacroCell *&list, int paramIndex, const char *text) {
+    MacroCell *cell = newMacroCell(paramIndex, text);
+    (list ? lastCell(list)->next : list) = cell;
+    return cell;
 }
 
 // ---- Parameters -------------------------------------------------------------------------------
@@ -123,7 +128,8 @@ private:
     void closeText();
 
     MacroEntry *macro;
-    std::string pending;  // text that has no cell yet
+    std::string pending;       // text that has no cell yet
+    bool behindPaste = false;  // the piece before was ##
 };
 
 void BodyReader::trim() {
@@ -142,8 +148,12 @@ void BodyReader::readPaste() {
     linePos++;
     skipLineSpace();
     trim();
+    MacroCell *last = pending.empty() ? lastCell(macro->body) : nullptr;
+    if (last)
+        last->raw = true;
     if (macro->functionLike)
         closeText();
+    behindPaste = true;
 }
 
 bool BodyReader::readStringizing() {
@@ -165,6 +175,8 @@ bool BodyReader::readPiece() {
         return true;
     }
     int start = linePos;
+    bool raw = behindPaste;
+    behindPaste = false;
     if (const char *name = readWord()) {
         int index = findParameter(macro, name);
         if (index == 0) {
@@ -172,7 +184,8 @@ bool BodyReader::readPiece() {
             return true;
         }
         closeText();
-        appendCell(macro->body, index, name);
+        if (MacroCell *cell = appendCell(macro->body, index, name))
+            cell->raw = raw;
         return true;
     }
     bool isHash = lineBuffer[start] == '#' && linePos == start + 1;
@@ -215,7 +228,7 @@ bool fitsLine(const MacroEntry *macro) {
 
 bool sameCells(const MacroCell *a, const MacroCell *b) {
     for (; a && b; a = a->next, b = b->next)
-        if (a->paramIndex != b->paramIndex || strcmp(a->text, b->text) != 0)
+        if (a->paramIndex != b->paramIndex || a->raw != b->raw || strcmp(a->text, b->text) != 0)
             return false;
     return !a && !b;
 }

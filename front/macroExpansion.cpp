@@ -4,8 +4,8 @@
 //
 // A text that names its own macro would be replaced without end. So each character of the line
 // knows the expansion that it came of, and an expansion the one in which its macro's name stood: a
-// name that came of its own macro is left alone. The characters of an argument keep where they came
-// from, for `max(max(a, b), c)` names max twice and means it.
+// name that came of its own macro is left alone. Macros in an argument are replaced before it takes
+// its place in the text, so that `max(max(a, b), c)` means both.
 
 #include <cstdlib>
 #include <cstring>
@@ -16,6 +16,7 @@
 #include "front/macros.h"
 #include "front/names.h"
 #include "front/preprocessorParts.h"
+#include "front/vocabularySwitches.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -25,6 +26,7 @@ namespace {
 // Some text brings forth ever more of itself.
 constexpr int EXPANSIONS_MAX = 20000;  // of one line
 constexpr int NESTING_MAX = 1000;      // whose first token is again that of a macro
+constexpr int REPORTS_MAX = 10;        // of the macros around a fault
 
 uint16_t originAt(int position) { return expansionCount ? lineOrigins[position] : 0; }
 
@@ -267,27 +269,6 @@ void stringizeArgument(std::string &dest, const std::string &text) {
     dest += '"';
 }
 
-// Appends the body with the arguments in their places.
-void substituteBody(const MacroEntry *macro, const Arguments &arguments, uint16_t expansion,
-                    TracedText &line) {
-    for (const MacroCell *cell = macro->body; cell; cell = cell->next) {
-        const TracedText *argument = cell->paramIndex ? &arguments[cell->paramIndex - 1] : nullptr;
-        if (argument && argument->text.compare(0, 2, "__") == 0 &&
-            predefinedValue(argument->text) != argument->text) {
-            line.append(predefinedValue(argument->text), expansion);
-        } else if (argument) {
-            line.append(*argument);
-        } else if (cell->next && cell->next->paramIndex && strcmp(cell->text, "#") == 0) {
-            cell = cell->next;
-            std::string text;
-            stringizeArgument(text, arguments[cell->paramIndex - 1].text);
-            line.append(text, expansion);
-        } else {
-            line.append(macro->functionLike ? predefinedValue(cell->text) : cell->text, expansion);
-        }
-    }
-}
-
 // ---- The line ---------------------------------------------------------------------------------
 
 // Makes the text the line, with the cursor at a position. False if it doesn't fit.
@@ -300,6 +281,122 @@ bool rewriteLine(const TracedText &line, int position) {
     lineLength = static_cast<int16_t>(line.text.size());
     linePos = static_cast<int16_t>(position);
     return true;
+}
+
+// Keeps the line while an argument takes its place.
+class LineKeeper {
+public:
+    LineKeeper() {
+        line.appendLine(0, lineLength);
+        fileMode = stringMode = endOfInput = false;
+        e_lang->macroExpansionOn = 1;
+    }
+    ~LineKeeper() {
+        rewriteLine(line, position);
+        fileMode = inFile;
+        stringMode = inString;
+        endOfInput = inputEnded;
+        e_lang->macroExpansionOn = expansionOn;
+    }
+    LineKeeper(const LineKeeper &) = delete;
+
+private:
+    TracedText line;
+    int16_t position = linePos;
+    bool inFile = fileMode, inString = stringMode, inputEnded = endOfInput;
+    int expansionOn = e_lang->macroExpansionOn;
+};
+
+// ---- Arguments as texts -----------------------------------------------------------------------
+
+// The length of the piece of text that begins here: a name, a number, a literal, or one character.
+int pieceLength(const char *text) {
+    int length = 1;
+    if (classOf(*text) & CC_NAME)
+        while (classOf(text[length]) & (CC_NAME | (classOf(*text) & CC_DIGIT ? CC_DOT : 0)))
+            length++;
+    if (*text != '"' && *text != '\'')
+        return length;
+    while (text[length] && text[length] != *text)
+        length += text[length] == '\\' && text[length + 1] ? 2 : 1;
+    return text[length] ? length + 1 : length;
+}
+
+bool isName(const char *text) { return classOf(*text) & CC_LETTER; }
+
+bool namesMacro(const std::string &text) {
+    for (const char *piece = text.c_str(); *piece; piece += pieceLength(piece))
+        if (isName(piece) && findMacro(std::string(piece, pieceLength(piece)).c_str()))
+            return true;
+    return false;
+}
+
+// Replaces the macros of the line from linePos on.
+void expandLine() {
+    while (lineBuffer[linePos]) {
+        const char *piece = lineBuffer + linePos;
+        int length = pieceLength(piece);
+        std::string name(piece, isName(piece) ? static_cast<size_t>(length) : 0);
+        foldName(name.data());
+        int16_t start = linePos;
+        linePos = static_cast<int16_t>(linePos + length);
+        if (!name.empty() && !replaceMacro(name.c_str(), nameHash(name.c_str())))
+            linePos = static_cast<int16_t>(start + length);
+    }
+}
+
+// Replaces the macros in an argument, as if it were a line of its own.
+void expandArgument(TracedText &argument) {
+    std::string value = predefinedValue(argument.text);
+    if (value != argument.text) {
+        argument.clear();
+        argument.append(value, 0);
+    } else if (namesMacro(argument.text)) {
+        LineKeeper line;
+        if (!rewriteLine(argument, 0))
+            return;
+        expandLine();
+        argument.clear();
+        argument.appendLine(0, lineLength);
+    }
+}
+
+// The text comes of the macro now as well as of what it came of before.
+void appendArgument(const TracedText &argument, const MacroEntry *macro, uint16_t expansion,
+                    TracedText &line) {
+    uint16_t parent = expansions[expansion - 1].parent, known = parent, origin = expansion;
+    for (size_t i = 0; i < argument.text.size(); i++) {
+        if (argument.origins[i] != known) {
+            known = argument.origins[i];
+            origin = known == parent ? expansion : newExpansion(macro, known);
+        }
+        line.append(std::string(1, argument.text[i]), origin);
+    }
+}
+
+// Appends the body with the arguments in their places.
+void substituteBody(const MacroEntry *macro, const Arguments &arguments, uint16_t expansion,
+                    TracedText &line) {
+    Arguments expanded = arguments;
+    std::vector<bool> done(arguments.size());
+    for (const MacroCell *cell = macro->body; cell; cell = cell->next) {
+        if (cell->paramIndex) {
+            size_t index = static_cast<size_t>(cell->paramIndex - 1);
+            if (!cell->raw && !done[index]) {
+                expandArgument(expanded[index]);
+                done[index] = true;
+            }
+            const Arguments &source = cell->raw ? arguments : expanded;
+            appendArgument(source[index], macro, expansion, line);
+        } else if (cell->next && cell->next->paramIndex && strcmp(cell->text, "#") == 0) {
+            cell = cell->next;
+            std::string text;
+            stringizeArgument(text, arguments[cell->paramIndex - 1].text);
+            line.append(text, expansion);
+        } else {
+            line.append(macro->functionLike ? predefinedValue(cell->text) : cell->text, expansion);
+        }
+    }
 }
 
 // False, and the line stays, if the replacement is refused.
@@ -382,6 +479,8 @@ int expandMacro(const char *name, uint16_t hash) {
         return MACRO_NONE;
     if (outcome == FAILED || nestedExpansions == NESTING_MAX) {
         reportExpansion(macro);
+        if (nestedExpansions == NESTING_MAX || expansionCount == EXPANSIONS_MAX)
+            linePos = lineLength;
         deliverChar(';');
         return MACRO_EXPANDED;
     }
@@ -389,7 +488,7 @@ int expandMacro(const char *name, uint16_t hash) {
     nestedExpansions++;
     nextToken();
     nestedExpansions--;
-    if (errorFlag && !hadError)
+    if (errorFlag && !hadError && nestedExpansions < REPORTS_MAX)
         reportExpansion(macro);
     return reachesEnd ? MACRO_EXPANDED_TO_LINE_END : MACRO_EXPANDED;
 }

@@ -16,7 +16,7 @@ namespace zy {
 MacroCell *newMacroCell(int paramIndex, const char *text) {
     auto *cell = static_cast<MacroCell *>(allocOrFail(sizeof(MacroCell)));
     if (cell)
-        *cell = {paramIndex, copyString(text), nullptr};
+        *cell = {paramIndex, copyString(text), nullptr, false};
     return cell;
 }
 

@@ -1,7 +1,7 @@
 // Macros. A macro is text: `#define` turns the rest of its line into pieces of text, and a call is
 // replaced inside lineBuffer, where the lexer then goes on reading. There are no lists of tokens.
-// What a macro's own text brings forth isn't replaced by that macro again; what stands in an
-// argument is the caller's text.
+// What a macro's own text brings forth isn't replaced by that macro again. Macros in an argument
+// are replaced before it takes its place, unless it is put in quotes or joined to its neighbour.
 #pragma once
 
 #include "front/preprocessorState.h"
@@ -12,6 +12,7 @@ struct MacroCell {
     int32_t paramIndex;  // of a body: 0 for text, else which parameter, from 1 on
     char *text;          // owned
     MacroCell *next;
+    bool raw;  // a parameter beside ##: its argument is taken as it was written
 };
 
 // The body of a macro with parameters has cells of text and of parameters, to be joined as they
