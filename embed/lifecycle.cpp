@@ -19,6 +19,7 @@
 #include "instance/environment.h"
 #include "instance/report.h"
 #include "platform/signals.h"
+#include "rtlib/textState.h"
 #include "startup/startup.h"
 #include "stmt/program.h"
 #include "stmt/signalState.h"
@@ -113,6 +114,7 @@ void cleanMemory() {
     zy::releaseLexer();
     if (!e_lang->embedded)
         zy::envRelease();
+    zy::releaseTokens();
     zy::releaseStartup();
     zy::releaseFreeBlocks();
     zy::releaseFileNames();

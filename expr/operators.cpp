@@ -1,12 +1,16 @@
 #include "expr/operators.h"
 
 #include <array>
+#include <cctype>
 
 #include "expr/arrayRoutines.h"
 #include "expr/compoundFamilies.h"
+#include "expr/mathRoutines.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
 #include "instance/report.h"
+#include "rtlib/cFunctions.h"
+#include "rtlib/libraryCall.h"
 
 namespace zy {
 

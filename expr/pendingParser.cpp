@@ -11,6 +11,4 @@ __attribute__((weak)) ExprNode *parseCommandSubstitution(bool) {
     return nullptr;
 }
 
-__attribute__((weak)) ExprNode *resolveGeneric(ExprNode *node) { return node; }
-
 }  // namespace zy

@@ -47,4 +47,17 @@ void vprintfOperator(ExprNode *node);
 void vfprintfOperator(ExprNode *node);
 void vsprintfOperator(ExprNode *node);
 
+// Texts and memory, guarded by the size of arrays (rtlib/textOperators.cpp, memoryOperators.cpp).
+void strcpyOperator(ExprNode *node);
+void strncpyOperator(ExprNode *node);
+void strcatOperator(ExprNode *node);
+void strncatOperator(ExprNode *node);
+void straddOperator(ExprNode *node);
+void strtokOperator(ExprNode *node);
+void fgetsOperator(ExprNode *node);
+void memsetOperator(ExprNode *node);
+void memcpyOperator(ExprNode *node);
+void freadOperator(ExprNode *node);
+void fwriteOperator(ExprNode *node);
+
 }  // namespace zy

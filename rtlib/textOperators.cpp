@@ -1,0 +1,311 @@
+// Operators that write texts. A destination knows what it is: an array is never written beyond its
+// end, a string_t gets a new text, which is assigned to its variable, and a bare pointer is trusted
+// as in C.
+
+#include "rtlib/textOperators.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "expr/calls.h"
+#include "expr/evaluator.h"
+#include "expr/nodes.h"
+#include "expr/routines.h"
+#include "expr/thread.h"
+#include "expr/typeQueries.h"
+#include "instance/report.h"
+#include "numeric/assign.h"
+#include "rtlib/libraryCall.h"
+#include "rtlib/textState.h"
+
+namespace zy {
+
+// What leads to a target that is no plain variable has to run anew.
+void assignText(ExprNode *target, const char *text) {
+    ExprNode *value = newZeroValue(DT_P_CHAR);
+    if (!value)
+        return;
+    value->payload.text = const_cast<char *>(text);
+    if (variableOf(target)) {
+        assignValue(target, value);
+        deleteValue(value);
+        return;
+    }
+    ExprNode *assignment = newOperatorNode(OP_ASSIGN, copyNode(target), value);
+    const Value *below = currentContext->stack;
+    runNested(compileChain(assignment, nullptr, false));
+    if (currentContext->stack != below)
+        deleteValue(popValue());
+    deleteNode(assignment);
+}
+
+namespace {
+
+// What is written to, and with what. `count` is the size of an array.
+struct TextCall {
+    bool isString, isArray;
+    char *to;
+    const char *from;
+    size_t count, n;
+};
+
+// Gives the result: of a string_t a new text, else an address.
+using Writer = char *(*)(const TextCall &call);
+
+// A new text of two parts; NULL for no part at all.
+char *joined(const char *a, size_t aLength, const char *b, size_t bLength) {
+    auto *text = static_cast<char *>(allocOrFail(aLength + bLength + 1));
+    if (!text)
+        return nullptr;
+    if (aLength)
+        memcpy(text, a, aLength);
+    if (bLength)
+        memcpy(text + aLength, b, bLength);
+    text[aLength + bLength] = '\0';
+    return text;
+}
+
+// As much of a text as fits, with a NUL in the array's last element.
+void fillArray(const TextCall &call, size_t used) {
+    if (call.count == 0)
+        return;
+    size_t room = call.count > used + 1 ? call.count - used - 1 : 0;
+    memcpy(call.to + used, call.from, std::min(room, strlen(call.from)));
+    call.to[call.count - 1] = '\0';
+}
+
+char *writeCopy(const TextCall &call) {
+    if (call.isString)
+        return copyString(call.from);
+    if (!call.to || !call.from)
+        return nullptr;
+    if (call.isArray && call.count < strlen(call.from) + 1) {
+        runError("string length s1 is less than s2 in strcpy(s1,s2)");
+        fillArray(call, 0);
+        return call.to;
+    }
+    memmove(call.to, call.from, strlen(call.from) + 1);
+    return call.to;
+}
+
+char *writeCounted(const TextCall &call) {
+    if (call.isString)
+        return call.from ? joined(call.from, strnlen(call.from, call.n), nullptr, 0) : nullptr;
+    if (!call.to || !call.from)
+        return nullptr;
+    size_t n = call.n;
+    if (call.isArray && call.count < n) {
+        runError("string length s1 is less than n in strncpy(s1,s2,n)");
+        n = call.count;
+    }
+    size_t length = strnlen(call.from, n);
+    memmove(call.to, call.from, length);
+    memset(call.to + length, 0, n - length);
+    return call.to;
+}
+
+// The length of what an array holds, its end at the latest.
+size_t usedLength(const TextCall &call) {
+    return call.isArray ? strnlen(call.to, call.count) : strlen(call.to);
+}
+
+// Appends `length` characters to what isn't a string_t.
+char *appendTo(const TextCall &call, size_t length, size_t wanted, const char *complaint) {
+    size_t used = usedLength(call);
+    if (call.isArray && call.count < used + wanted + 1) {
+        runError("%s", complaint);
+        TextCall part = call;
+        std::string text(call.from, length);
+        part.from = text.c_str();
+        fillArray(part, used);
+        return call.to;
+    }
+    memmove(call.to + used, call.from, length);
+    call.to[used + length] = '\0';
+    return call.to;
+}
+
+char *joinedTo(const TextCall &call, size_t length) {
+    if (!call.to && !call.from)
+        return nullptr;
+    return joined(call.to, call.to ? strlen(call.to) : 0, call.from, length);
+}
+
+char *writeAppended(const TextCall &call) {
+    if (call.isString)
+        return joinedTo(call, call.from ? strlen(call.from) : 0);
+    if (!call.to) {
+        runError("s1 is NULL in strcat(s1,s2)");
+        return nullptr;
+    }
+    if (!call.from) {
+        runWarningAlways("s2 is NULL in strcat(s1,s2)");
+        return call.to;
+    }
+    size_t length = strlen(call.from);
+    return appendTo(call, length, length,
+                    "the remaining string length s1 is less than s2 in strcat(s1,s2)");
+}
+
+char *writeCountedAppended(const TextCall &call) {
+    size_t length = call.from ? strnlen(call.from, call.n) : 0;
+    if (call.isString)
+        return joinedTo(call, length);
+    if (!call.to || !call.from)
+        return call.to;
+    return appendTo(call, length, call.n,
+                    "the remaining string length s1 is less than n in strncat(s1,s2,n)");
+}
+
+}  // namespace
+
+void pushText(ExprNode *target, bool isString, char *text) {
+    Value *result = pushNewValue();
+    if (!result)
+        return;
+    result->type = isString ? DT_STRING : DT_P_CHAR;
+    result->payload.text = text;
+    result->count = 0;
+    if (isString && isLvalue(target, true) == LVALUE_YES)
+        assignText(target, text);
+}
+
+namespace {
+
+template <Writer write, bool counted>
+void writeText(ExprNode *node) {
+    char *text;
+    bool isString;
+    {
+        Operand to(node->left, Operand::CONTENTS), from(node->right, Operand::CONTENTS);
+        if (!to || !from)
+            return;
+        TextCall call{to->type == DT_STRING,
+                      to->type == DT_CARRAY,
+                      static_cast<char *>(addressIn(to.get())),
+                      static_cast<const char *>(addressIn(from.get())),
+                      to->count,
+                      0};
+        if constexpr (counted) {
+            Operand number(node->third);
+            if (!number)
+                return;
+            double n = readDouble(number.get());
+            call.n = n > 0 ? static_cast<size_t>(truncateToInt64(n)) : 0;
+        }
+        isString = call.isString;
+        text = write(call);
+    }
+    pushText(node->left, isString, text);
+}
+
+}  // namespace
+
+void strcpyOperator(ExprNode *node) { writeText<writeCopy, false>(node); }
+void strncpyOperator(ExprNode *node) { writeText<writeCounted, true>(node); }
+void strcatOperator(ExprNode *node) { writeText<writeAppended, false>(node); }
+void strncatOperator(ExprNode *node) { writeText<writeCountedAppended, true>(node); }
+
+void straddOperator(ExprNode *node) {
+    std::string text;
+    bool any = false;
+    for (const ExprNode *cell = node->left; cell; cell = cell->next) {
+        Operand argument(cell->item, Operand::CONTENTS);
+        if (!argument)
+            return;
+        if (const auto *part = static_cast<const char *>(addressIn(argument.get()))) {
+            text += part;
+            any = true;
+        }
+    }
+    if (Value *result = pushNewValue()) {
+        result->type = DT_STRING;
+        result->payload.text = any ? copyString(text.c_str()) : nullptr;
+    }
+}
+
+// ---- Tokens -------------------------------------------------------------------------------------
+
+namespace {
+
+// The next token, and the text cut behind it; NULL if there is none.
+char *nextWord(char *start, const char *delimiters) {
+    char *text = start ? start : tokenPosition;
+    tokenPosition = nullptr;
+    if (!text)
+        return nullptr;
+    text += strspn(text, delimiters);
+    if (!*text)
+        return nullptr;
+    char *end = text + strcspn(text, delimiters);
+    if (*end) {
+        *end = '\0';
+        tokenPosition = end + 1;
+    }
+    return text;
+}
+
+}  // namespace
+
+void strtokOperator(ExprNode *node) {
+    Operand source(node->left), delimiters(node->right, Operand::CONTENTS);
+    if (!source || !delimiters)
+        return;
+    auto *text = static_cast<char *>(addressIn(source.get()));
+    bool isString = source->type == DT_STRING;
+    if (isString && text) {  // the scan cuts a text of its own, until the last token is out
+        releaseTokens();
+        text = tokenBuffer = copyString(text);
+    }
+    const auto *set = static_cast<const char *>(addressIn(delimiters.get()));
+    char *word = nextWord(text, set ? set : "");
+    bool isCopy = isString || tokenBuffer;
+    Value *result = pushNewValue();
+    if (!result)
+        return;
+    result->type = isCopy ? DT_STRING : DT_P_CHAR;
+    result->payload.text = isCopy ? copyString(word) : word;
+    if (!word)
+        releaseTokens();
+}
+
+// ---- Lines --------------------------------------------------------------------------------------
+
+namespace {
+
+// A line of a stream into a string_t; NULL at its end.
+char *readNewLine(int num, FILE *stream) {
+    if (num <= 0)
+        return nullptr;
+    std::string line(static_cast<size_t>(num), '\0');
+    return fgets(line.data(), num, stream) ? copyString(line.c_str()) : nullptr;
+}
+
+char *readLineInto(const Value *to, int num, FILE *stream) {
+    auto *memory = static_cast<char *>(addressIn(to));
+    if (to->type == DT_CARRAY && num > static_cast<int>(to->count)) {
+        runError("array length of str in fgets(str,num,stream) is less than num");
+        num = static_cast<int>(to->count);
+    }
+    return memory && num > 0 ? fgets(memory, num, stream) : nullptr;
+}
+
+}  // namespace
+
+void fgetsOperator(ExprNode *node) {
+    char *text = nullptr;
+    bool isString;
+    {
+        Operand to(node->left, Operand::CONTENTS), number(node->right), from(node->third);
+        if (!to || !number || !from)
+            return;
+        isString = to->type == DT_STRING;
+        int num = truncateToInt32(readDouble(number.get()));
+        if (auto *stream = static_cast<FILE *>(addressIn(from.get())))
+            text = isString ? readNewLine(num, stream) : readLineInto(to.get(), num, stream);
+    }
+    pushText(node->left, isString, text);
+}
+
+}  // namespace zy
