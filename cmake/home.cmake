@@ -13,7 +13,7 @@ endforeach()
 install(FILES extern/include/embedzy.h DESTINATION ${toolkit}/extern/include)
 
 install(PROGRAMS $<TARGET_FILE:zy> DESTINATION bin)
-install(DIRECTORY home/config DESTINATION .)
+install(DIRECTORY home/config home/include home/lib DESTINATION .)
 install(DIRECTORY home/config/ DESTINATION ${toolkit}/config)
 install(CODE [[
     set(home "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")

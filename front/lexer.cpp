@@ -96,6 +96,8 @@ void refuseDirective(int expansion) {
     plainError("invalid # directive in macro");
     plainError("syntax error at line %d in file '%s'", position.line, position.file);
     errorFlag = 1;
+    linePos = lineLength;
+    deliverChar(';');
 }
 
 // `__FILE__ "x"` is one literal.

@@ -7,6 +7,7 @@
 #include "decl/structInfo.h"
 #include "expr/scope.h"
 #include "front/lexerState.h"
+#include "front/macros.h"
 #include "front/names.h"
 #include "instance/report.h"
 
@@ -93,6 +94,8 @@ bool resolveFunctions(TypeInfo *&list, bool isGlobal) {
         else if (symbol->name)
             warnOfUndefined(symbol);
     }
+    if (isGlobal && !e_lang->globalDef)  // files that the run loads see none of the script's macros
+        freeMacros();
     return false;
 }
 

@@ -1,0 +1,10 @@
+#ifndef _SETJMP_H
+#define _SETJMP_H
+
+/* Three words: the value, the function and the statement of the place to return to. */
+typedef long long jmp_buf[3];
+
+#define setjmp(place) _setjmp(place)
+#define longjmp(place, value) _longjmp(place, value)
+
+#endif

@@ -1,0 +1,11 @@
+/* Common types. size_t has the width of an int: so have the results of the words that count. */
+#ifndef _STDDEF_H
+#define _STDDEF_H
+
+typedef unsigned int size_t;
+typedef int ptrdiff_t;
+typedef unsigned short wchar_t;
+
+#define offsetof(type, member) ((size_t)(long long)&((type *)0)->member)
+
+#endif

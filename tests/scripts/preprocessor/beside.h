@@ -1,0 +1,1 @@
+int besideScript = 3;

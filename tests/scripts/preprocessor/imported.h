@@ -1,0 +1,2 @@
+static int own = 30;
+int ownOfImport() { return own; }

@@ -1,0 +1,2 @@
+#define INNER __LINE__
+int innerLine = __LINE__;

@@ -1,0 +1,3 @@
+#include "inner.h"
+static int outerOwn = 1;
+#if defined(INNER)
