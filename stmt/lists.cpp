@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "decl/funcInfo.h"
+#include "expr/nodes.h"
 #include "front/lexer.h"
 #include "front/names.h"
 #include "instance/report.h"
@@ -53,8 +54,12 @@ void notePlace(const StmtNode *statement) {
     if (!file || !fileConstant || !fileConstant->symbol)
         return;
     Value *constant = fileConstant->symbol->constant;  // which owns its text
-    if (!constant->payload.text || strcmp(constant->payload.text, file) != 0)
-        constant->payload.text = updateString(constant->payload.text, copyString(file));
+    if (constant->payload.text && strcmp(constant->payload.text, file) == 0)
+        return;
+    // Expressions that have been parsed still point at the old one.
+    if (constant->payload.text)
+        keepText(constant->payload.text);
+    constant->payload.text = copyString(file);
 }
 
 }  // namespace

@@ -4,52 +4,50 @@
 
 #define DIGITS 120
 
-typedef struct {
-    int length;
-    unsigned char digits[DIGITS];  /* the lowest first */
-} Number;
+/* The first element is the count of the digits behind it, of which the lowest comes first. */
 
-void set(Number *number, unsigned int value) {
-    memset(number->digits, 0, DIGITS);
-    number->length = 0;
+void set(int *number, unsigned int value) {
+    int i;
+    for (i = 0; i < DIGITS; i++)
+        number[i] = 0;
     do {
-        number->digits[number->length++] = value % 10;
+        number[++number[0]] = value % 10;
         value /= 10;
     } while (value > 0);
 }
 
-void multiply(Number *number, unsigned int factor) {
+void multiply(int *number, unsigned int factor) {
     unsigned int carry = 0;
     int i;
-    for (i = 0; i < number->length || carry > 0; i++) {
-        carry += (i < number->length ? number->digits[i] : 0) * factor;
-        number->digits[i] = carry % 10;
+    for (i = 0; i < number[0] || carry > 0; i++) {
+        carry += (i < number[0] ? number[i + 1] : 0) * factor;
+        number[i + 1] = carry % 10;
         carry /= 10;
     }
-    if (i > number->length)
-        number->length = i;
+    if (i > number[0])
+        number[0] = i;
 }
 
-void add(Number *sum, const Number *other) {
+void add(int *sum, int *other) {
     int i, carry = 0;
-    for (i = 0; i < sum->length || i < other->length || carry; i++) {
+    for (i = 0; i < sum[0] || i < other[0] || carry; i++) {
         int digit = carry;
-        if (i < sum->length)
-            digit += sum->digits[i];
-        if (i < other->length)
-            digit += other->digits[i];
-        sum->digits[i] = digit % 10;
+        if (i < sum[0])
+            digit += sum[i + 1];
+        if (i < other[0])
+            digit += other[i + 1];
+        sum[i + 1] = digit % 10;
         carry = digit / 10;
     }
-    if (i > sum->length)
-        sum->length = i;
+    if (i > sum[0])
+        sum[0] = i;
 }
 
-void print(const char *title, const Number *number) {
+void print(const char *title, int *number) {
     int i;
     printf("%s", title);
-    for (i = number->length - 1; i >= 0; i--)
-        printf("%d", number->digits[i]);
+    for (i = number[0] - 1; i >= 0; i--)
+        printf("%d", number[i + 1]);
     printf("\n");
 }
 
@@ -71,29 +69,29 @@ void digitsOfE(int count) {
 }
 
 int main(void) {
-    Number number, a, b;
+    int number[DIGITS], a[DIGITS], b[DIGITS], kept[DIGITS];
     unsigned int i;
     char title[32];
-    set(&number, 1);
+    set(number, 1);
     for (i = 1; i <= 50; i++) {
-        multiply(&number, i);
+        multiply(number, i);
         if (i % 10 == 0) {
             sprintf(title, "%u! = ", i);
-            print(title, &number);
+            print(title, number);
         }
     }
-    set(&number, 1);
+    set(number, 1);
     for (i = 0; i < 200; i++)
-        multiply(&number, 2);
-    print("2^200 = ", &number);
-    set(&a, 0);
-    set(&b, 1);
+        multiply(number, 2);
+    print("2^200 = ", number);
+    set(a, 0);
+    set(b, 1);
     for (i = 0; i < 300; i++) {
-        Number kept = b;
-        add(&b, &a);
-        a = kept;
+        memcpy(kept, b, sizeof(b));
+        add(b, a);
+        memcpy(a, kept, sizeof(a));
     }
-    print("F(300) = ", &a);
+    print("F(300) = ", a);
     digitsOfE(60);
-    return number.length;
+    return number[0];
 }

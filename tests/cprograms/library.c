@@ -77,12 +77,11 @@ void testSorting(void) {
 }
 
 int main(void) {
-    div_t parts = div(-17, 5);
     char *copy = strdup("copied");
     testTexts();
     testNumbers();
     testSorting();
-    printf("%d %d %s\n", parts.quot, parts.rem, copy);
+    printf("%s\n", copy);
     free(copy);
     return 0;
 }

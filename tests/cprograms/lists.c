@@ -4,7 +4,7 @@
 #include <string.h>
 
 struct person {
-    char name[20];
+    char *name;
     int age;
     struct person *next;
 };
@@ -18,8 +18,8 @@ struct person *makePerson(const char *name, int age) {
         fprintf(stderr, "no memory\n");
         exit(1);
     }
-    strncpy(new_person->name, name, sizeof(new_person->name) - 1);
-    new_person->name[19] = '\0';
+    new_person->name = (char *)malloc(strlen(name) + 1);
+    strcpy(new_person->name, name);
     new_person->age = age;
     new_person->next = NULL;
     created++;
@@ -60,6 +60,7 @@ int drop(const char *name) {
         first = at->next;
     else
         before->next = at->next;
+    free(at->name);
     free(at);
     released++;
     return 1;
@@ -109,6 +110,7 @@ int main(void) {
     print("without Dan");
     while (first != NULL) {
         struct person *rest = first->next;
+        free(first->name);
         free(first);
         released++;
         first = rest;

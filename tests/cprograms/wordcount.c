@@ -6,43 +6,38 @@
 #define MAX_WORDS 200
 #define MAX_LENGTH 30
 
-struct entry {
-    char word[MAX_LENGTH];
-    int count;
-};
-
-struct entry table[MAX_WORDS];
+char table[MAX_WORDS][MAX_LENGTH];
+int counts[MAX_WORDS], order[MAX_WORDS];
 int words = 0;
 int letters[26];
 
 void countWord(const char *word) {
     int i;
     for (i = 0; i < words; i++) {
-        if (strcmp(table[i].word, word) == 0) {
-            table[i].count++;
+        if (strcmp(table[i], word) == 0) {
+            counts[i]++;
             return;
         }
     }
     if (words == MAX_WORDS)
         return;
-    strcpy(table[words].word, word);
-    table[words].count = 1;
+    strcpy(table[words], word);
+    counts[words] = 1;
     words++;
 }
 
-int comesBefore(struct entry *a, struct entry *b) {
-    if (a->count != b->count)
-        return a->count > b->count;
-    return strcmp(a->word, b->word) < 0;
+int comesBefore(int a, int b) {
+    if (counts[a] != counts[b])
+        return counts[a] > counts[b];
+    return strcmp(table[a], table[b]) < 0;
 }
 
 void sortTable(void) {
     int i, j;
-    for (i = 1; i < words; i++) {
-        struct entry kept = table[i];
-        for (j = i - 1; j >= 0 && comesBefore(&kept, &table[j]); j--)
-            table[j + 1] = table[j];
-        table[j + 1] = kept;
+    for (i = 0; i < words; i++) {
+        for (j = i - 1; j >= 0 && comesBefore(i, order[j]); j--)
+            order[j + 1] = order[j];
+        order[j + 1] = i;
     }
 }
 
@@ -75,7 +70,7 @@ int main(void) {
     printf("%d lines, %d words, %d characters\n", lines, total, characters);
     printf("%d different words, the longest is \"%s\"\n", words, longestWord);
     for (i = 0; i < words && i < 12; i++)
-        printf("%-12s%3d %.*s\n", table[i].word, table[i].count, table[i].count,
+        printf("%-12s%3d %.*s\n", table[order[i]], counts[order[i]], counts[order[i]],
                "********************");
     for (i = 0; i < 26; i++)
         if (letters[i] > 0)
