@@ -475,7 +475,8 @@ TypeInfo *DeclarationParser::declareHead(const Specifiers &given, Declarator &de
 bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) const {
     bool isVariable = context != CONTEXT_PARAMETER && info->storage != STORAGE_TYPEDEF;
     bool isArray = info->kind == KIND_C_ARRAY || info->kind == KIND_ARRAY;
-    if (isArray && isVariable && isAssumedShape(info)) {
+    bool isOpen = isArray ? isAssumedShape(info) : info->kind == KIND_ASSUMED_ARRAY;
+    if (isVariable && isOpen) {
         parseError("assumed-shape array not in function prototype scope");
         return false;
     }

@@ -11,6 +11,7 @@
 #include "expr/scalarFamilies.h"
 #include "expr/typeQueries.h"
 
+#include "numeric/arrayStorage.h"
 #include "numeric/convert.h"
 #include "numeric/shape.h"
 
@@ -160,6 +161,11 @@ Value *newObject(int pointerType, StructInfo *info) {
 void newOperator(ExprNode *node) {
     int type = treeType(node);
     StructInfo *info = structInfoOf(node->left);
+    if (isArrayLike(type) && isTypeLeaf(node->left)) {
+        if (Value *array = newHeapArray(type, node->left->payload.symbol))
+            pushValue(array);
+        return;
+    }
     ExprNode *initial = isTypeLeaf(node->left) ? node->right : node->left;
     if (!isPointer(type) || isArrayLike(type) || (type == DT_P_STRUCT && initial)) {
         undefinedOperation(node);

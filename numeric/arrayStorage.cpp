@@ -127,6 +127,25 @@ void allocDeferredArray(TypeInfo *symbol) {
 
 void arrayBoundsOperator(ExprNode *node) { allocDeferredArray(variableOf(node->left)); }
 
+Value *newHeapArray(int type, TypeInfo *model) {
+    uint32_t count = 0;
+    const ArrayInfo *info = model->arrayLink;
+    ShapeList shape =
+        info ? evalArrayBounds(info->bounds, info->fortranOrder, count, true) : nullptr;
+    auto size = static_cast<size_t>(elementSizeOf(model));
+    Value *array = size > 0 ? newZeroValue(type) : nullptr;
+    if (!array) {
+        releaseShape(shape);
+        return nullptr;
+    }
+    array->payload.p = newElements(count, size, true);
+    array->payload2.elementType = model->dataType;
+    array->shape = shape;
+    array->count = count;
+    array->ownership = ARRAY_OWNS_SHAPE;
+    return array;
+}
+
 // ---- Shapes that are taken over -----------------------------------------------------------------
 
 namespace {
@@ -229,7 +248,8 @@ void allocateCopy(VarCell *cell, const Value *array) {
 }
 
 void assignArrayThrough(const TypeInfo *symbol, VarCell *cell, Value *array) {
-    if (array->payload2.castFlag == 1) {
+    bool isFresh = array->ownership == ARRAY_OWNS_SHAPE && !cell->data.p;  // made by `new`
+    if (array->payload2.castFlag == 1 || isFresh) {
         rebind(symbol, cell, array);
     } else if (!cell->data.p) {
         allocateCopy(cell, array);

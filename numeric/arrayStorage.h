@@ -17,6 +17,10 @@ ShapeList evalArrayBounds(ExprNode *bounds, bool fortranOrder, uint32_t &count, 
 // runs again keeps the elements that fit.
 void allocDeferredArray(TypeInfo *symbol);
 
+// A cleared array on the heap for `new`; the Value has the shape alone, the elements are the
+// script's. Bounds that were computed are on the stack. NULL after a message.
+Value *newHeapArray(int type, TypeInfo *model);
+
 // Lower limits and limits of the Value's shape for those of the cell; a dimension that the Value
 // hasn't becomes one of 1 element.
 void adoptShape(VarCell *cell, const Value *array);

@@ -1,16 +1,20 @@
 #include "numeric/assign.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 
 #include "decl/funcInfo.h"
+#include "expr/nodeClasses.h"
 #include "expr/operators.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/arrayStorage.h"
+#include "numeric/arrayValue.h"
 #include "numeric/assignMember.h"
+#include "numeric/assignParts.h"
 #include "numeric/assignSource.h"
 #include "numeric/convert.h"
 #include "numeric/initList.h"
@@ -295,6 +299,8 @@ bool bindReference(ExprNode *node, TypeInfo *symbol) {
 
 // ---- *p -----------------------------------------------------------------------------------------
 
+}  // namespace
+
 // A NULL pointer variable gets room for what is stored.
 void *allocateFor(TypeInfo *symbol) {
     VarCell *cell = findVarCell(symbol);
@@ -308,6 +314,8 @@ void *allocateFor(TypeInfo *symbol) {
         memset(block, 0, static_cast<size_t>(size));
     return cell->data.p = block;
 }
+
+namespace {
 
 // The address to store through for a pointer that is NULL, or was computed from NULL; NULL after a
 // message if nothing is to be stored.
@@ -324,10 +332,29 @@ void *addressForNull(ExprNode *inner) {
     return nullptr;
 }
 
+// The first element of an array, or of what a pointer to one points to.
+void assignFirstElement(const ExprNode *node, const Value *array, const Value *value) {
+    if (isNullAddress(array->payload.p)) {
+        runError("*ptr assignment failed");
+        return;
+    }
+    Element element{};
+    element.address = array->payload.p;
+    element.type = array->payload2.elementType;
+    storeInElement(node, element, value);
+}
+
 void assignThroughPointer(ExprNode *node, ExprNode *valueNode) {
     bool popped;
     Value *pointer = operandOf(node->left, popped);
     Source source(valueNode);
+    if (pointer && isArrayLike(static_cast<int>(pointer->type))) {
+        if (source)
+            assignFirstElement(node, pointer, source.get());
+        if (popped)
+            deleteValue(pointer);
+        return;
+    }
     if (pointer && source) {
         void *address = pointer->payload.p;
         if (isNullAddress(address))
@@ -337,93 +364,6 @@ void assignThroughPointer(ExprNode *node, ExprNode *valueNode) {
     }
     if (pointer && popped)
         recycleValue(pointer);
-}
-
-// ---- real() and imag() as targets ---------------------------------------------------------------
-
-// Stores one part at an address of that type. False for a type without such a part.
-bool storePart(void *address, int type, bool isImag, const Value *value) {
-    size_t part = isImag ? 1 : 0;
-    switch (type) {
-        case DT_COMPLEX:
-        case DT_DUAL: {
-            auto number = static_cast<float>(readDouble(value));
-            memcpy(static_cast<char *>(address) + part * sizeof number, &number, sizeof number);
-            return true;
-        }
-        case DT_DCOMPLEX:
-        case DT_DDUAL: {
-            double number = readDouble(value);
-            memcpy(static_cast<char *>(address) + part * sizeof number, &number, sizeof number);
-            return true;
-        }
-        default:
-            return !isImag && type < DT_COMPLEX &&
-                   storeScalar(address, type, value, StorePlace::VARIABLE);
-    }
-}
-
-bool isImagTarget(int code) { return code == OP_IMAG_FLOAT || code == OP_IMAG_DOUBLE; }
-
-void assignPartOfVariable(const Value *value, TypeInfo *symbol, bool isImag) {
-    VarCell *cell = findVarCell(symbol);
-    if (storePart(&cell->data, static_cast<int>(cell->type), isImag, value))
-        return;
-    if (isImag)
-        runError(
-            "using imag() as lvalue, but its argument is not complex/dual number, assingment "
-            "ignored");
-    else
-        runError("unsupported data type for real() used as  lvalue");
-}
-
-void *partAddressForNull(ExprNode *inner) {
-    if (TypeInfo *symbol = variableOf(inner))
-        if (void *block = allocateFor(symbol))
-            return block;
-    if (inner->kind == NODE_OPERATOR)
-        runWarning(
-            "assign value to real or imag (*(ptr op ?)) =... where ptr = NULL, memory should be "
-            "allocated for ptr before assignment");
-    else
-        runError("real or imag (*ptr) =  failed");
-    return nullptr;
-}
-
-void assignPartThroughPointer(ExprNode *node, ExprNode *valueNode, bool isImag) {
-    bool popped;
-    Value *pointer = operandOf(node->left, popped);
-    Source source(valueNode);
-    if (pointer && source) {
-        void *address = pointer->payload.p;
-        if (isNullAddress(address))
-            address = partAddressForNull(node->left);
-        int type = dereference(static_cast<int>(pointer->type));
-        if (address && !storePart(address, type, isImag, source.get())) {
-            if (isImag)
-                runWarning(
-                    "using imag(c) as lvalue, but c is not a complex or dual number, assingment "
-                    "ignored");
-            else
-                runError("unsupported data type for real() used as  lvalue");
-        }
-    }
-    if (pointer && popped)
-        recycleValue(pointer);
-}
-
-void assignPart(ExprNode *target, ExprNode *valueNode) {
-    ExprNode *inner = target->left;
-    bool isImag = isImagTarget(target->op);
-    if (inner->kind == NODE_OPERATOR && inner->op == OP_INDIRECTION) {
-        assignPartThroughPointer(inner, valueNode, isImag);
-        return;
-    }
-    Source source(valueNode);
-    if (TypeInfo *symbol = variableOf(inner); symbol && source)
-        assignPartOfVariable(source.get(), symbol, isImag);
-    else if (source)
-        runError("undefined operation");
 }
 
 // ---- Elements -----------------------------------------------------------------------------------
@@ -447,6 +387,8 @@ void assignToOperator(ExprNode *target, ExprNode *value) {
         case OP_IMAG_FLOAT:
         case OP_REAL_DOUBLE:
         case OP_IMAG_DOUBLE: assignPart(target, value); break;
+        case OP_REAL_ARRAY:
+        case OP_IMAG_ARRAY: assignPartOfArray(target, value); break;
         case OP_SUBSCRIPT_POINTER:
         case OP_SUBSCRIPT_POINTER2:
         case OP_SUBSCRIPT_POINTER3:

@@ -23,6 +23,9 @@ bool storeInCell(VarCell *cell, const Value *value);
 void storeFunctionPointer(void *address, const Value *value);
 // By the pointed-to type of a pointer's data type; a message for one that can't be stored through.
 void storeByPointerType(void *address, const Value *value, int pointerType);
+// Room for what is stored through a NULL pointer, which the variable then points to; after a
+// warning. NULL for a pointer that isn't NULL, or points to nothing that has a size.
+void *allocateFor(TypeInfo *symbol);
 // A variable's value through a pointer.
 void storeCellByPointer(void *address, const VarCell *cell, int pointerType);
 

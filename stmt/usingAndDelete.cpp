@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "decl/arrays.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/thread.h"
@@ -12,11 +13,41 @@
 
 namespace zy {
 
+namespace {
+
+// `[#]`, and `[]`, stand for whatever number the array has.
+bool parseAnyNumber() {
+    peekNonBlank();
+    bool isAny = lineBuffer[linePos] == '#';
+    if (isAny)
+        linePos++;
+    return isAny && expectChar(']', true);
+}
+
+// The dimensions of the array that is deleted, as a leaf that names a type; NULL after a message.
+ExprNode *parseDimensions() {
+    TypeInfo *type = newTypeInfo();
+    if (!type)
+        return nullptr;
+    type->level = TYPE_ONLY_LEVEL;
+    ExprNode *leaf = newSymbolNode(type);
+    bool isRead = parseAnyNumber() || (!errorFlag && parseArrayDeclarator(type, false, 0, nullptr));
+    if (isRead && !isAssumedShape(type) && !errorFlag)
+        return leaf;
+    parseError("invalid array argument for delete [] ");
+    deleteNode(leaf);
+    return nullptr;
+}
+
+}  // namespace
+
 void parseDelete(StmtNode *statement) {
     peekNonBlank();
     if (lineBuffer[linePos] == '[') {
-        parseError("invalid array argument for delete [] ");
-        return;
+        nextToken();
+        statement->operandB.tree = parseDimensions();
+        if (!statement->operandB.tree)
+            return;
     }
     ExprNode *tree = parseTree();
     statement->operandA.tree = tree;
