@@ -12,6 +12,7 @@
 #include "front/lexer.h"
 #include "front/names.h"
 #include "instance/report.h"
+#include "stmt/arrayArguments.h"
 #include "stmt/statements.h"
 
 namespace zy {
@@ -53,7 +54,11 @@ void returnValue(StmtNode *statement, const FuncInfo *function) {
         parseError("cannot detemine the shape of the returned array");
         return;
     }
-    convertTree(tree, function->returnType);
+    // The elements of an array are converted as those of any other.
+    if (returnsArray(function) && isArray(type))
+        checkType(function->returnType, elementTypeOf(tree));
+    else
+        convertTree(tree, function->returnType);
     if (!errorFlag)
         statement->chain = compileChain(tree, nullptr, false);
 }
