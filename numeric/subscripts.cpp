@@ -11,6 +11,7 @@
 #include "numeric/arrayStorage.h"
 #include "numeric/arrayValue.h"
 #include "numeric/assign.h"
+#include "numeric/assignMember.h"
 #include "numeric/convert.h"
 
 namespace zy {
@@ -286,26 +287,19 @@ Value *readElement(const ExprNode *node, const Element &element) {
 
 // ---- Storing ------------------------------------------------------------------------------------
 
-namespace {
-
-void storeObject(const ExprNode *node, void *address, const Value *value) {
-    const StructInfo *info = structInfoOf(node);
-    if (info && value->type == DT_STRUCT && value->payload.p)
-        memmove(address, value->payload.p, info->size);
-}
-
-}  // namespace
-
 void storeInElement(const ExprNode *node, const Element &element, const Value *value) {
     int type = element.type;
     bool isMotion = type >= DT_VECT && type <= DT_EVENT && type != DT_QUATERNION;
+    bool done = true;
     if (type == DT_STRUCT)
-        storeObject(node, element.address, value);
+        done = storeObject(element.address, value, structInfoOf(node));
     else if (isMotion)
         fputs("TO BE IMPLEMENTED FOR ELEMENT UPDATE for vect, trans, frame \n", stderr);
     else if (type == DT_P_FUNCTION)
         storeFunctionPointer(element.address, value);
-    else if (!storeScalar(element.address, type, value, StorePlace::ELEMENT))
+    else
+        done = storeScalar(element.address, type, value, StorePlace::ELEMENT);
+    if (!done)
         runError("use array element of unsupported data type");
 }
 
