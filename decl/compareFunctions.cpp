@@ -222,27 +222,12 @@ void compareResults(const FuncInfo *fresh, const FuncInfo *old) {
         compareArrayResults(fresh, old);
 }
 
-void compareResultShapes(const FuncInfo *fresh, const FuncInfo *old) {
-    bool areArrays = fresh->returnKind == KIND_ARRAY && fresh->returnType != DT_P_FUNCTION;
-    if (!areArrays || !fresh->owner || !old->owner)
-        return;
-    compareArrayTypes(fresh->owner, old->owner);
-    if (!errorFlag)
-        return;
-    if (const char *name = nameOf(old))
-        parseError("the array type of function %s() is changed", name);
-    else
-        parseError("the array type of function is changed");
-}
-
 void compareBoth(const FuncInfo *fresh, const FuncInfo *old, Strictness strictness) {
     if (!fresh || !old) {
         parseError("function argument do not match");
         return;
     }
     compareResults(fresh, old);
-    if (!errorFlag)
-        compareResultShapes(fresh, old);
     if (!errorFlag)
         compareLists(fresh, old, strictness);
 }

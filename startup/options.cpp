@@ -7,6 +7,7 @@
 #include "extern/include/embedzy.h"
 #include "instance/report.h"
 #include "platform/files.h"
+#include "startup/systemVariables.h"
 
 namespace zy {
 
@@ -32,6 +33,8 @@ void applyOptionLine(const char *file, const char *options) {
         if (!takeOptionLetter(e_lang, *letter))
             plainError("invalid option %c at line 1 in file '%s'", *letter, file);
     }
+    if (baseFrame)
+        systemCell(SLOT_WARNING)->data.i = e_lang->warningLevel;
     if (!redirected)
         redirectErrors();
 }
