@@ -71,7 +71,9 @@ bool checkDeferred(const TypeInfo *info, const ArrayPlace &place) {
     return true;
 }
 
-bool checkPlace(const TypeInfo *info, const ArrayPlace &place) {
+}  // namespace
+
+bool checkArrayPlace(const TypeInfo *info, const ArrayPlace &place) {
     uint32_t kind = info->arrayLink->shapeKind;
     if (place.fortranOrder && place.hasPrefix && kind != SHAPE_ASSUMED)
         return refuse("C-style pointer to Fortran array is invalid without the first dimension");
@@ -83,12 +85,10 @@ bool checkPlace(const TypeInfo *info, const ArrayPlace &place) {
     return true;
 }
 
-}  // namespace
-
 bool applyArrayPlace(TypeInfo *info, const ArrayPlace &place) {
     if (place.fortranOrder)
         info->arrayLink->fortranOrder = 1;
-    if (!checkPlace(info, place))
+    if (!checkArrayPlace(info, place))
         return false;
     if (place.hasPrefix) {
         addPointerDimension(info);

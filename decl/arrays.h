@@ -17,8 +17,9 @@ struct ArrayPlace {
     bool hasPrefix;  // (*name)[...]
     bool fortranOrder;
 };
-// Refuses the arrays that can't stand there; makes those of a (*name) form pointers. False after a
-// message.
+// Refuses the arrays that can't stand there. False after a message.
+bool checkArrayPlace(const TypeInfo *info, const ArrayPlace &place);
+// The same; makes those of a (*name) form pointers.
 bool applyArrayPlace(TypeInfo *info, const ArrayPlace &place);
 
 // The dimension that the pointer to an array counts its arrays by.

@@ -107,6 +107,7 @@ private:
     void takeTypedefParts(TypeInfo *info);
 
     bool parseArray(TypeInfo *info, const Declarator &declarator, TypeInfo *list);
+    bool checkTypedefArray(const TypeInfo *info) const;
     bool parseArrayOfFunctions(TypeInfo *info, const Declarator &declarator);
     bool parsePointerToFunction(TypeInfo *info, const Declarator &declarator);
     bool belongsToFile(const Declarator &declarator) const;
@@ -343,6 +344,7 @@ bool DeclarationParser::declareOne(TypeInfo **last, bool &bodyFollows) {
         isFunction = true;
     } else {
         pushedBack = true;
+        done = checkTypedefArray(info);
     }
     if (!done) {
         releaseTypeInfo(info);
@@ -366,6 +368,13 @@ bool DeclarationParser::parseArray(TypeInfo *info, const Declarator &declarator,
     if (isInside && !parseArrayOfFunctions(info, declarator))
         return false;
     return applyArrayPlace(info, {context, level, prefix > 0, specifiers.fortranOrder});
+}
+
+// What a typedef brought stands by the same rules as what is written here.
+bool DeclarationParser::checkTypedefArray(const TypeInfo *info) const {
+    bool isPointer = info->kind == KIND_P_C_ARRAY || info->kind == KIND_P_ARRAY;
+    return !info->arrayLink ||
+           checkArrayPlace(info, {context, level, isPointer, specifiers.fortranOrder});
 }
 
 bool DeclarationParser::parseArrayOfFunctions(TypeInfo *info, const Declarator &declarator) {
@@ -474,9 +483,7 @@ TypeInfo *DeclarationParser::declareHead(const Specifiers &given, Declarator &de
 // What only an array or an initial value makes right.
 bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) const {
     bool isVariable = context != CONTEXT_PARAMETER && info->storage != STORAGE_TYPEDEF;
-    bool isArray = info->kind == KIND_C_ARRAY || info->kind == KIND_ARRAY;
-    bool isOpen = isArray ? isAssumedShape(info) : info->kind == KIND_ASSUMED_ARRAY;
-    if (isVariable && isOpen) {
+    if (isVariable && info->kind == KIND_ASSUMED_ARRAY) {
         parseError("assumed-shape array not in function prototype scope");
         return false;
     }
@@ -645,6 +652,7 @@ TypeInfo *DeclarationParser::parseNamelessType() {
         done = parsePointerToFunction(info, declarator);
     else
         pushedBack = true;
+    done = done && checkTypedefArray(info);
     if (done && checkPlain(info, true) && addOpenShape(info, specifiers.fortranOrder))
         return info;
     releaseTypeInfo(info);

@@ -29,14 +29,21 @@ void readAnyElement(ExprNode *node) {
 
 namespace {
 
-// peek() gives false, with nothing changed, for a subscript that isn't an int.
+// peek() gives false, with nothing changed, for a subscript that isn't a common integer.
 struct StackIndex {
     static constexpr bool onStack = true;
     static bool peek(const ExprNode *, const Value *top, int &subscript) {
-        if (!top || top->type != DT_INT)
+        if (!top)
             return false;
         subscript = top->payload.i;
-        return true;
+        switch (top->type) {
+            case DT_INT: return true;
+            case DT_UINT: return subscript >= 0;
+            case DT_CHAR: subscript = top->payload.sc; return true;
+            case DT_UCHAR: subscript = top->payload.uc; return true;
+            case DT_SHORT: subscript = top->payload.s; return true;
+            default: return false;
+        }
     }
 };
 

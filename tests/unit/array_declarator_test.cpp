@@ -153,6 +153,7 @@ TEST_F(ArrayDeclaratorTest, RefusedVariables) {
         {"array int a[&];", assumed},
         {"array int &a;", assumed},
         {"typedef int T[:]; T a;", assumed},
+        {"int n; typedef int T[n]; T *a;", "ERROR: pointer to deferred-shape array\n"},
         {"int a[3;", "ERROR: missing ',', '][', or ']'\n"},
         {"int n; int (*a)[n];", "ERROR: pointer to deferred-shape array\n"},
         {"int n; int a[n] = 3;", "ERROR: initialize deferred-shape array\n"},
@@ -165,6 +166,8 @@ TEST_F(ArrayDeclaratorTest, RefusedVariables) {
     }
     enterInner();
     EXPECT_EQ(lastDeclared("int n; static int a[n];"),
+              "ERROR: block scope static deferred-shape array \n");
+    EXPECT_EQ(lastDeclared("typedef int T[n]; static T b;"),
               "ERROR: block scope static deferred-shape array \n");
     clear();
 }
