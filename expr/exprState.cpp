@@ -26,6 +26,7 @@ TypeInfo *removedSymbols;
 VarCell scratchCell;
 
 FreeBlocks freeCells;
+FreeBlocks freeShapes;
 FreeBlocks freeFrames;
 FreeBlocks freeContexts;
 

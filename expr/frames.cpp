@@ -122,6 +122,8 @@ void releaseFrame(ScopeFrame *frame) {
 void releaseFreeBlocks() {
     while (void *cell = takeBlock(freeCells))
         free(cell);
+    while (void *node = takeBlock(freeShapes))
+        free(node);
     while (void *frame = takeBlock(freeFrames))
         freeFrame(static_cast<ScopeFrame *>(frame));
     releaseFreeContexts();

@@ -44,6 +44,7 @@ inline bool giveBlock(FreeBlocks &blocks, void *block) {
 }
 
 extern FreeBlocks freeCells;   // VarCell
+extern FreeBlocks freeShapes;  // ShapeNode
 extern FreeBlocks freeFrames;  // ScopeFrame; each keeps its first chunk, which is empty
 extern FreeBlocks
     freeContexts;  // ExecContext; each keeps its small buffer of phases, if it has one

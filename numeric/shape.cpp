@@ -4,13 +4,16 @@
 
 #include "decl/arrayInfo.h"
 #include "decl/structInfo.h"
+#include "expr/freeBlocks.h"
 #include "expr/value.h"
 #include "instance/report.h"
 
 namespace zy {
 
 ShapeNode *newShapeNode(int lower, int limit) {
-    auto *node = static_cast<ShapeNode *>(allocOrFail(sizeof(ShapeNode)));
+    auto *node = static_cast<ShapeNode *>(takeBlock(freeShapes));
+    if (!node)
+        node = static_cast<ShapeNode *>(allocOrFail(sizeof(ShapeNode)));
     if (node)
         *node = {nullptr, {limit, lower, 0}};
     return node;
@@ -33,7 +36,8 @@ ShapeList copyShape(const ShapeNode *shape) {
 void releaseShape(ShapeList shape) {
     while (shape) {
         ShapeNode *next = shape->next;
-        free(shape);
+        if (!giveBlock(freeShapes, shape))
+            free(shape);
         shape = next;
     }
 }
