@@ -55,7 +55,9 @@ void keepTarget(Value *result, const Value *pointer) {
     } else if (isShaped(pointer->type)) {
         result->shape = pointer->shape;
         result->count = pointer->count;
-        result->ownership = pointer->ownership;
+        // What points into elements that a Value owns can't release them.
+        result->ownership =
+            pointer->ownership == ARRAY_OWNED ? ARRAY_OWNS_SHAPE : pointer->ownership;
     }
     if (pointer->type == DT_CARRAY) {
         result->type = DT_P_CARRAY;
