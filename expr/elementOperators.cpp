@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "decl/arrayInfo.h"
+#include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
 #include "expr/scalarFamilies.h"
 #include "expr/typeQueries.h"
@@ -63,6 +64,51 @@ struct ConstantIndex {
         return true;
     }
 };
+
+// ---- Objects ------------------------------------------------------------------------------------
+
+// Where an element of `size` bytes lies; NULL for what the general way has a message for.
+char *findInVector(const VarCell *cell, int subscript, size_t size) {
+    const ShapeNode *shape = cell->shape;
+    if (!shape || shape->next || cell->data2.elementType != DT_STRUCT || !cell->data.p)
+        return nullptr;
+    const ExtentRec &extent = shape->extent;
+    bool fits =
+        subscript >= extent.lower && (subscript < extent.limit || extent.limit == extent.lower);
+    int64_t position = int64_t{subscript} - extent.lower;
+    return fits ? static_cast<char *>(cell->data.p) + position * static_cast<int64_t>(size)
+                : nullptr;
+}
+
+char *findBehindPointer(const VarCell *cell, int subscript, size_t size) {
+    if (cell->type != DT_P_STRUCT || isNullAddress(cell->data.p))
+        return nullptr;
+    return static_cast<char *>(cell->data.p) + int64_t{subscript} * static_cast<int64_t>(size);
+}
+
+template <class Index, bool behindPointer>
+void readObject(ExprNode *node) {
+    const TypeInfo *symbol = node->left->payload.symbol;
+    const StructInfo *info = symbol->structLink;
+    Value *result = currentContext->stack;
+    char *object = nullptr;
+    if (int subscript; info && Index::peek(node->right->item, result, subscript)) {
+        const VarCell *cell = findVarCell(node->left->payload.symbol);
+        object = behindPointer ? findBehindPointer(cell, subscript, info->size)
+                               : findInVector(cell, subscript, info->size);
+    }
+    if (object && !Index::onStack)
+        result = pushFreeValue();
+    if (!object || !result) [[unlikely]] {
+        readAnyElement(node);
+        return;
+    }
+    result->type = DT_STRUCT;
+    result->payload.p = object;
+    result->payload2.structInfo = symbol->structLink;
+    result->owned = 0;
+    result->noFree = 1;
+}
 
 // ---- Where the element is -----------------------------------------------------------------------
 
@@ -239,6 +285,18 @@ constexpr Routines generalRoutines{readAnyElement, nullptr, nullptr};
 template <class Place>
 constexpr Routines routinesOf{readNumber<Place>, storeNumber<Place>, storeConstant<Place>};
 
+Routines objectRoutines(const ExprNode *item, bool isPointer) {
+    bool constant = item->kind == NODE_VALUE && item->type == DT_INT;
+    NodeRoutine read;
+    if (constant)
+        read = isPointer ? readObject<ConstantIndex, true> : readObject<ConstantIndex, false>;
+    else if (isPlainIndex(item))
+        read = isPointer ? readObject<VariableIndex, true> : readObject<VariableIndex, false>;
+    else
+        read = isPointer ? readObject<StackIndex, true> : readObject<StackIndex, false>;
+    return {read, nullptr, nullptr};
+}
+
 template <class T>
 Routines vectorRoutines(const ExprNode *item, bool isPointer) {
     bool constant = item->kind == NODE_VALUE && item->type == DT_INT;
@@ -291,6 +349,9 @@ Routines chooseRoutines(const ExprNode *node) {
         case DT_ULLONG: return routinesFor<unsigned long long>(node, form);
         case DT_FLOAT: return routinesFor<float>(node, form);
         case DT_DOUBLE: return routinesFor<double>(node, form);
+        case DT_STRUCT:
+            return form == Form::MATRIX ? generalRoutines
+                                        : objectRoutines(node->right->item, form == Form::POINTER);
         default: return generalRoutines;
     }
 }
