@@ -56,8 +56,9 @@ void keepTarget(Value *result, const Value *pointer) {
         result->shape = pointer->shape;
         result->count = pointer->count;
         // What points into elements that a Value owns can't release them.
-        result->ownership =
-            pointer->ownership == ARRAY_OWNED ? ARRAY_OWNS_SHAPE : pointer->ownership;
+        result->ownership = pointer->ownership;
+        if (pointer->ownership == ARRAY_OWNED)
+            result->ownership = ARRAY_OWNS_SHAPE;
     }
     if (pointer->type == DT_CARRAY) {
         result->type = DT_P_CARRAY;
