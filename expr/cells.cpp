@@ -8,6 +8,7 @@
 #include "decl/structInfo.h"
 #include "expr/freeBlocks.h"
 #include "expr/nodes.h"
+#include "expr/objects.h"
 #include "expr/scope.h"
 #include "instance/report.h"
 #include "numeric/shape.h"
@@ -26,6 +27,8 @@ void *newObject(size_t count, size_t size) {
 
 bool initArrayCell(VarCell *cell, TypeInfo *info, int kind) {
     cell->data2.elementType = info->dataType;
+    if (info->dataType == DT_STRUCT)
+        cell->structInfo = info->structLink;
     const ArrayInfo *array = info->arrayLink;
     if (!array || kind == KIND_ASSUMED_C_ARRAY || kind == KIND_ASSUMED_ARRAY)
         return true;
@@ -104,8 +107,16 @@ bool initCell(VarCell *cell, TypeInfo *info, int kind) {
 
 namespace {
 
+void releaseElementObjects(const VarCell *cell) {
+    auto *object = static_cast<char *>(cell->data.p);
+    for (uint32_t i = 0; object && i < cell->count; i++, object += cell->structInfo->size)
+        releaseObject(object, cell->structInfo);
+}
+
 void releaseArrayContents(VarCell *cell, bool ownsData) {
     if (ownsData) {
+        if (cell->data2.elementType == DT_STRUCT && cell->structInfo)
+            releaseElementObjects(cell);
         releaseElements(cell->data.p, cell->count, cell->data2.elementType);
         free(cell->data.p);
     }

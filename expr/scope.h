@@ -15,7 +15,7 @@ struct VarCell {
     uint32_t flags;
     union {
         VarCell *reference;      // for arguments of reference kind
-        StructInfo *structInfo;  // of an object: its class
+        StructInfo *structInfo;  // of an object, or of objects: their class
     };
     Payload data;  // the scalar itself, a pointer, or the first of two halves
     union {
