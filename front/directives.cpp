@@ -115,10 +115,8 @@ void includeHeader() {
         plainError("cannot use #include in command mode");
         endOfInput = true;
         errorFlag = 1;
-    } else if (sourceDepth < SOURCE_DEPTH_MAX - 1) {
-        includeFile(INCLUDE_HEADER);
     } else {
-        errorFlag = 1;
+        includeFile(INCLUDE_HEADER);
     }
 }
 

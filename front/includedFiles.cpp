@@ -136,20 +136,11 @@ struct Operand {
     bool failed = false;  // after a message of its own
 };
 
-bool isOpeningAngle() { return tokenClass == TK_KEYWORD && strcmp(currentKeyword.name, "<") == 0; }
-
-// The token that names the file; macros are replaced until it is no name.
-void readOperandToken() {
-    nextToken();
-    while (tokenClass == TK_IDENTIFIER &&
-           expandMacro(tokenValue.name->text, tokenValue.name->hash) != MACRO_NONE) {
-    }
-}
-
 Operand readOperand() {
     DirectiveLine line(false);
     Operand operand;
-    readOperandToken();
+    nextToken();
+    expandOperand();
     if (isOpeningAngle()) {
         operand.failed = !readAngleName(operand.name);
     } else if (tokenClass == TK_KEYWORD) {
@@ -280,6 +271,12 @@ bool refusesRestrictedName(const std::string &name) {
 }
 
 void includeFile(IncludeMode mode) {
+    if (sourceDepth >= SOURCE_DEPTH_MAX - 1) {
+        errorFlag = 1;
+        DirectiveLine line(false);
+        skipRestOfLine();
+        return;
+    }
     bool textFollows;
     std::string path = findIncludeFile(mode, textFollows);
     if (path.empty())

@@ -65,8 +65,6 @@ MacroCell *appendCell(MacroCell *&list, int paramIndex, const char *text) {
 
 // ---- Parameters -------------------------------------------------------------------------------
 
-bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
-
 // Reads one parameter and the token behind it. False after a message.
 bool readParameter(MacroEntry *macro) {
     const char *name = readName();
@@ -188,7 +186,7 @@ bool BodyReader::readPiece() {
             cell->raw = raw;
         return true;
     }
-    bool isHash = lineBuffer[start] == '#' && linePos == start + 1;
+    bool isHash = tokenClass == TK_KEYWORD && lineBuffer[start] == '#' && linePos == start + 1;
     if (isHash && lineBuffer[linePos] == '#') {
         readPaste();
         return true;

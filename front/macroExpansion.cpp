@@ -91,8 +91,6 @@ using Arguments = std::vector<TracedText>;
 
 // ---- Reading arguments ------------------------------------------------------------------------
 
-bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
-
 // Reads the arguments of a call, with linePos behind the `(`.
 class ArgumentReader {
 public:
@@ -102,7 +100,7 @@ public:
 private:
     bool readArgument();
     bool readToken();
-    void appendCurrent(int start);
+    void appendCurrent(int start, int32_t line);
     bool skipSpace();
     static bool atEnd() {
         return lineBuffer[linePos] == '\0' || (lineBuffer[linePos] == '\n' && !linesFollow());
@@ -120,11 +118,11 @@ bool ArgumentReader::skipSpace() {
     return linePos != position || currentLine != line;
 }
 
-void ArgumentReader::appendCurrent(int start) {
+void ArgumentReader::appendCurrent(int start, int32_t line) {
     uint16_t origin = originAt(start);
     bool isString = tokenClass == TK_CONSTANT && tokenValue.constant->type == DT_STRING;
     std::string text;
-    if (isString && linePos > start) {  // as it is written: it may be put in quotes
+    if (isString && currentLine == line) {  // as it is written: it may be put in quotes
         text.assign(lineBuffer + start, lineBuffer + linePos);
         dropToken();
     } else {
@@ -145,14 +143,15 @@ bool ArgumentReader::readToken() {
         return true;
     }
     int16_t start = linePos;
+    int32_t line = currentLine;
     nextToken();
     if (endOfInput && isChar('\n'))
         return false;
     // The look-up of a keyword may have stepped on, to see whether the word is called.
     const char *name = tokenName();
-    if (name && linePos > start)
+    if (name && currentLine == line)
         linePos = static_cast<int16_t>(start + static_cast<int16_t>(strlen(name)));
-    appendCurrent(start);
+    appendCurrent(start, line);
     depth += isChar('(') ? 1 : isChar(')') ? -1 : 0;
     return true;
 }

@@ -108,20 +108,31 @@ bool atLineEnd() { return lineBuffer[linePos] == '\0' || lineBuffer[linePos] == 
 
 bool skipLineSpace() {
     bool any = false;
-    while (skipBlanks(linePos, lineBuffer) || skipComment() || skipContinuation())
-        any = true;
-    return any;
+    for (;;) {
+        if (skipBlanks(linePos, lineBuffer) || skipComment())
+            any = true;
+        else if (!skipContinuation())
+            return any;
+    }
 }
 
 void skipRestOfLine() {
     while (!atLineEnd())
-        if (!skipLineSpace())
+        if (!skipLineSpace() && !atLineEnd())
             linePos++;
 }
 
 void dropToken() {
     if (tokenClass == TK_CONSTANT)
         deleteValue(takeConstant());
+}
+
+bool isOpeningAngle() { return tokenClass == TK_KEYWORD && strcmp(currentKeyword.name, "<") == 0; }
+
+void expandOperand() {
+    while (tokenClass == TK_IDENTIFIER &&
+           expandMacro(tokenValue.name->text, tokenValue.name->hash) != MACRO_NONE) {
+    }
 }
 
 const char *tokenName() {

@@ -22,8 +22,6 @@ struct Operand {
     bool failed = false;  // after a message of its own
 };
 
-bool isOpeningAngle() { return tokenClass == TK_KEYWORD && strcmp(currentKeyword.name, "<") == 0; }
-
 void readText(Operand &operand) {
     if (tokenClass == TK_CONSTANT && tokenValue.constant->type == DT_STRING) {
         operand.text = tokenValue.constant->payload.text;
@@ -40,8 +38,7 @@ void readText(Operand &operand) {
 Operand readOperandHere() {
     Operand operand;
     e_lang->macroExpansionOn = 0;
-    while (tokenClass == TK_IDENTIFIER && expandMacro(tokenValue.name->text, tokenValue.name->hash))
-        continue;
+    expandOperand();
     if (isOpeningAngle()) {
         operand.failed = !readAngleName(operand.text);
         operand.form = operand.failed ? Operand::NONE : Operand::ANGLE;

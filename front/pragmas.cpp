@@ -20,8 +20,6 @@ namespace zy {
 
 namespace {
 
-bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
-
 void pragmaExec() {
     ExprNode *tree = parseLineExpression();
     if (!tree)
@@ -35,10 +33,6 @@ void pragmaExec() {
 
 // The static names of the importing file and those of the imported one are hidden from each other.
 void importFile(IncludeMode mode) {
-    if (sourceDepth >= SOURCE_DEPTH_MAX - 1) {
-        errorFlag = 1;
-        return;
-    }
     int16_t depth = sourceDepth;
     includeFile(mode);
     if (sourceDepth == 1 && depth == 0) {
@@ -86,7 +80,7 @@ void pragmaPack(bool withParenthesis) {
     if (withParenthesis && !expectChar('(', true))
         return;
     nextToken();
-    if (isWord("push") && withParenthesis) {
+    if (isWord("push")) {
         if (expectChar(',', true))
             pragmaPack(false);
     } else if (isWord("pop")) {

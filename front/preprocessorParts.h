@@ -51,7 +51,8 @@ private:
 };
 
 bool atLineEnd();
-// Steps over blanks, comments and ends of lines behind a backslash; whether there were any.
+// Steps over blanks, comments and ends of lines behind a backslash; whether there were blanks or
+// comments.
 bool skipLineSpace();
 // Goes to the end of the line, and of a comment that begins on it.
 void skipRestOfLine();
@@ -61,6 +62,12 @@ void dropToken();
 const char *tokenName();
 // Whether the current token is a name that counts as defined; -1 if it is no name.
 int tokenIsDefined();
+
+inline bool isChar(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
+// Whether the current token opens a name in angle brackets.
+bool isOpeningAngle();
+// The current token begins an operand: macros are replaced until it is no name of one.
+void expandOperand();
 
 // Appends the current token, which begins at `start`, to the text of a macro or an argument.
 void appendToken(std::string &text, int start);
@@ -79,6 +86,7 @@ std::string parseLineText();
 void runPragma();
 // The forms in which a file is included.
 enum IncludeMode { INCLUDE_HEADER = 1, INCLUDE_FUNCTION, INCLUDE_COMMAND, INCLUDE_DOT };
+// At the depth of the source stack no file is included, and errorFlag alone tells.
 void includeFile(IncludeMode mode);
 void releaseIncludeSites();
 // In the restricted shell, what a path must not hold; true after a message.

@@ -1,4 +1,4 @@
-/* abs, strtod, strtol, strtoul, getenv, atexit and free are words of the language. */
+/* abs, strtod, strtol, strtoul, getenv and atexit are words of the language. */
 #ifndef _STDLIB_H
 #define _STDLIB_H
 
@@ -12,6 +12,7 @@
 #define malloc(size) _malloc(size)
 #define calloc(count, size) _calloc(count, size)
 #define realloc(block, size) _realloc(block, size)
+#define free(block) _free(block)
 #define exit(status) _exit(status)
 #define abort() _abort()
 #define rand() _rand()
