@@ -55,6 +55,8 @@ void strncatOperator(ExprNode *node);
 void straddOperator(ExprNode *node);
 void strtokOperator(ExprNode *node);
 void fgetsOperator(ExprNode *node);
+void getsOperator(ExprNode *node);
+void strxfrmOperator(ExprNode *node);
 void memsetOperator(ExprNode *node);
 void memcpyOperator(ExprNode *node);
 void freadOperator(ExprNode *node);

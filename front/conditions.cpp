@@ -131,12 +131,12 @@ void switchElif() {
 }
 
 // Of #else, #elif and #endif.
-bool groupIsOpen(const char *word) {
+bool groupIsOpen(const char *complaint) {
     if (condDepth)
         return true;
     parseOk = 0;
     errorFlag = 1;
-    plainError("#%s has no preceding #if", word);
+    plainError("%s", complaint);
     SourcePosition position;
     if (e_lang->warningLevel != 0 && parsePosition(position))
         printErrorPosition(position);
@@ -150,15 +150,15 @@ bool runConditional(Directive word) {
         case DIR_IFDEF: beginIfdef(true); break;
         case DIR_IFNDEF: beginIfdef(false); break;
         case DIR_ELSE:
-            if (groupIsOpen("else"))
+            if (groupIsOpen("#else has no preceding #if"))
                 switchElse();
             break;
         case DIR_ELIF:
-            if (groupIsOpen("elif"))
+            if (groupIsOpen("#elif has no preceding #if"))
                 switchElif();
             break;
         case DIR_ENDIF:
-            if (groupIsOpen("endif"))
+            if (groupIsOpen("#endif has no preceding #if"))
                 closeGroup();
             break;
         default: return false;

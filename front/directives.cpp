@@ -45,9 +45,9 @@ Directive scriptLine() {
 }
 
 // The line is for the shell that started the script, if it is the first one.
-void skipScriptLine(const char *interpreter, bool restrict) {
+void skipScriptLine(const char *complaint, bool restrict) {
     if (currentLine != 1) {
-        parseError("#!/bin/%s not at the first line", interpreter);
+        parseError("%s", complaint);
         return;
     }
     linePos = lineLength;
@@ -129,8 +129,8 @@ bool runWord(Directive word) {
         case DIR_PRAGMA: runPragma(); return true;
         case DIR_LINE: lineDirective(); break;
         case DIR_ERROR: errorDirective(); break;
-        case DIR_SCRIPT: skipScriptLine("zy", false); break;
-        case DIR_RESTRICTED_SCRIPT: skipScriptLine("zys", true); break;
+        case DIR_SCRIPT: skipScriptLine("#!/bin/zy not at the first line", false); break;
+        case DIR_RESTRICTED_SCRIPT: skipScriptLine("#!/bin/zys not at the first line", true); break;
         default: parseError("invalid directive");
     }
     return false;

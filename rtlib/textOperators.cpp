@@ -291,7 +291,77 @@ char *readLineInto(const Value *to, int num, FILE *stream) {
     return memory && num > 0 ? fgets(memory, num, stream) : nullptr;
 }
 
+// A line of standard input without its end; false at the end of the input.
+bool readInputLine(std::string &line) {
+    int c = getchar();
+    if (c == EOF)
+        return false;
+    for (; c != EOF && c != '\n'; c = getchar())
+        line += static_cast<char>(c);
+    return true;
+}
+
+char *storeInputLine(const Value *to, std::string &line) {
+    auto *memory = static_cast<char *>(addressIn(to));
+    bool isSized = to->type == DT_CARRAY || to->type == DT_P_CARRAY;
+    if (isSized && line.size() + 1 > to->count) {
+        runError("array length of str in gets(str) is less than the length of the input string");
+        line.resize(to->count ? to->count - 1 : 0);
+    }
+    if (memory)
+        memcpy(memory, line.c_str(), line.size() + 1);
+    return memory;
+}
+
 }  // namespace
+
+void getsOperator(ExprNode *node) {
+    char *text = nullptr;
+    bool isString;
+    {
+        Operand to(node->left, Operand::CONTENTS);
+        if (!to)
+            return;
+        isString = to->type == DT_STRING;
+        if (std::string line; readInputLine(line))
+            text = isString ? copyString(line.c_str()) : storeInputLine(to.get(), line);
+    }
+    pushText(node->left, isString, text);
+}
+
+// ---- Transformation -----------------------------------------------------------------------------
+
+namespace {
+
+size_t transformInto(const Value *to, const char *source, size_t n) {
+    if (to->type == DT_CARRAY && to->count < n) {
+        runError(
+            "buffer for dest is less than len in strxfrm(char *dst, const char *src, size_t n)");
+        n = to->count;
+    }
+    auto *memory = static_cast<char *>(addressIn(to));
+    return strxfrm(memory, source, memory ? n : 0);
+}
+
+}  // namespace
+
+void strxfrmOperator(ExprNode *node) {
+    Operand to(node->left, Operand::CONTENTS), from(node->right, Operand::CONTENTS);
+    Operand number(node->third);
+    if (!to || !from || !number)
+        return;
+    const auto *text = static_cast<const char *>(addressIn(from.get()));
+    const char *source = text ? text : "";
+    size_t n = readUnsigned64(number.get());
+    if (to->type != DT_STRING) {
+        pushScalar(static_cast<int>(transformInto(to.get(), source, n)));
+        return;
+    }
+    size_t needed = strxfrm(nullptr, source, 0);
+    std::string block(std::min(n, needed) + 1, '\0');
+    pushScalar(static_cast<int>(strxfrm(block.data(), source, block.size())));
+    assignText(node->left, block.c_str());
+}
 
 void fgetsOperator(ExprNode *node) {
     char *text = nullptr;

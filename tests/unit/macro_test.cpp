@@ -1,6 +1,7 @@
 // Macros and conditions where a script can't look: lengths at the edge of the line, results of the
 // directives, what is left behind.
 
+#include "expr/context.h"
 #include "front/macros.h"
 #include "front/preprocessorParts.h"
 #include "tests/unit/instance.h"
@@ -12,6 +13,10 @@ namespace {
 
 class MacroTest : public InstanceTest {
 protected:
+    void SetUp() override {
+        InstanceTest::SetUp();
+        resetContexts();
+    }
     void TearDown() override {
         closeSource();
         InstanceTest::TearDown();
