@@ -240,10 +240,14 @@ void rebind(const TypeInfo *symbol, VarCell *cell, Value *array) {
 }
 
 // The array that a pointer without memory gets is the script's, as any other that it points to.
+// Without elements to copy there is none.
 void allocateCopy(VarCell *cell, const Value *array) {
-    adoptShape(cell, array);
-    cell->data.p = newElements(cell->count, elementSize(cell->data2.elementType), true);
-    assignElements(cell->data.p, cell->count, cell->data2.elementType, array);
+    if (array->payload.p) {
+        adoptShape(cell, array);
+        auto size = static_cast<size_t>(elementSize(cell->data2.elementType));
+        cell->data.p = cell->count ? newElements(cell->count, size, true) : nullptr;
+        assignElements(cell->data.p, cell->count, cell->data2.elementType, array);
+    }
     runError("%s", NOT_ALLOCATED);
 }
 
