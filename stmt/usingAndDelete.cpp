@@ -57,6 +57,10 @@ void parseDelete(StmtNode *statement) {
         parseError("The argument of delete () is not a pointer");
         return;
     }
+    if (isArray(treeType(tree)) && !statement->operandB.tree) {
+        parseError(" use delete [#], delete[#], delete [n], or delete[n][m] to delete an array");
+        return;
+    }
     statement->chain = compileChain(tree, nullptr, false);
     expectChar(';', true);
 }
