@@ -249,6 +249,7 @@ public:
         currentContext = own;
         runStatus = RUN_CLEAN;
         e_lang->abortedRun = 0;
+        runEnded = false;
         if (!running)
             abortRequest = 0;
     }

@@ -188,6 +188,9 @@ ExprNode *collectVarArgs(ExprNode *actual) {
 // Arguments beyond the formals that nothing takes.
 void dropArguments(ExprNode *actual) {
     for (; actual; actual = actual->next) {
+        Value *address = referenceAddressOf(actual->item) ? popValue() : nullptr;
+        if (address)
+            recycleValue(address);
         bool popped;
         Value *value = operandOf(actual->item, popped);
         if (value && popped)

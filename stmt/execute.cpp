@@ -78,6 +78,7 @@ void startStatement(ExecContext *context) {
 void runStatements(bool debug) {
     if (e_lang->debugLevel && currentContext != evalContext && debug)
         stepMode = true;
+    runCut = false;
     executing = 1;
     currentContext->state = 1;
     for (;;) {
@@ -108,6 +109,7 @@ void leaveAllFunctions() {
     executing = 0;
     abortRequest = 0;
     exitRequested = false;
+    runCut = true;
 }
 
 }  // namespace
@@ -117,7 +119,7 @@ void endOuterRun() {
     abortRequest = 1;
 }
 
-bool runCutShort() { return runEnded || e_lang->abortedRun; }
+bool runCutShort() { return runCut; }
 
 void doAbort() {
     if (exitRequested) {

@@ -22,6 +22,7 @@ void releasePhaseList(StmtNode *body);  // what the first of them made
 // Cells (stmt/runState.cpp).
 extern bool stepMode;       // the debugger's single-stepping is on
 extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
+extern bool runCut;         // the last runStatements() was ended so, or by an abort
 extern bool exitRequested;  // with abortRequest: the run is to end that way
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;

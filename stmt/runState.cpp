@@ -6,6 +6,7 @@ namespace zy {
 
 bool stepMode;
 bool runEnded;
+bool runCut;
 bool exitRequested;
 
 const ScopeFrame *functionNameFrame;

@@ -82,6 +82,7 @@ void endRun(int status) {
     value->payload.i = status;
     pushValue(value);
     executing = 0;
+    runCut = true;
 }
 
 }  // namespace

@@ -271,11 +271,16 @@ TEST(Calls, AnExitInACallEndsTheRunAroundIt) {
                                ");\n return 1; }\n int main() { int a = 1 && inner(1);"
                                " printf(\"never\"); return 0; }";
             printf("%d ", runWithCallback(zy, text.c_str()));
-            printf("%d", append(zy, "printf(\"on \");"));
+            append(zy, "int one() { return 1; } int both() { return 1 && one() ? 5 : 6; }");
+            int r = 0;
+            printf("%d ", Zy_ExprCalc(zy, "one() && one() ? both() : 0", ZY_TYPE_INT, &r));
+            printf("%d ", r);
+            Zy_CallFuncByName(zy, "both", &r);
+            printf("%d", r);
             mustEnd(zy);
             return 0;
         });
-        EXPECT_EQ(run.out, *status == '0' ? "0:0 0 on 0" : "-1:0 -1 on 0");
+        EXPECT_EQ(run.out, *status == '0' ? "0:0 0 0 5 5" : "-1:0 -1 0 5 5");
         EXPECT_EQ(run.err, "");
     }
 }
