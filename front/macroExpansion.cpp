@@ -9,10 +9,10 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 #include "expr/value.h"
 #include "front/lexerParts.h"
+#include "front/macroParts.h"
 #include "front/macros.h"
 #include "front/names.h"
 #include "front/preprocessorParts.h"
@@ -27,8 +27,6 @@ namespace {
 constexpr int EXPANSIONS_MAX = 20000;  // of one line
 constexpr int NESTING_MAX = 1000;      // whose first token is again that of a macro
 constexpr int REPORTS_MAX = 10;        // of the macros around a fault
-
-uint16_t originAt(int position) { return expansionCount ? lineOrigins[position] : 0; }
 
 bool comesFrom(const MacroEntry *macro, uint16_t origin) {
     for (; origin && origin <= expansionCount; origin = expansions[origin - 1].parent)
@@ -53,132 +51,6 @@ uint16_t newExpansion(const MacroEntry *macro, uint16_t parent) {
         memset(lineOrigins, 0, sizeof lineOrigins);
     expansions[expansionCount++] = {macro, parent};
     return static_cast<uint16_t>(expansionCount);
-}
-
-// A text whose characters know where they came from.
-class TracedText {
-public:
-    void append(const std::string &piece, uint16_t origin) {
-        text += piece;
-        origins.insert(origins.end(), piece.size(), origin);
-    }
-    void append(const TracedText &piece) {
-        text += piece.text;
-        origins.insert(origins.end(), piece.origins.begin(), piece.origins.end());
-    }
-    // Of lineBuffer.
-    void appendLine(int from, int to) {
-        text.append(lineBuffer + from, lineBuffer + to);
-        for (int i = from; i < to; i++)
-            origins.push_back(originAt(i));
-    }
-    void trimBlank() {
-        if (!text.empty() && text.back() == ' ') {
-            text.pop_back();
-            origins.pop_back();
-        }
-    }
-    void clear() {
-        text.clear();
-        origins.clear();
-    }
-
-    std::string text;
-    std::vector<uint16_t> origins;
-};
-
-using Arguments = std::vector<TracedText>;
-
-// ---- Reading arguments ------------------------------------------------------------------------
-
-// Reads the arguments of a call, with linePos behind the `(`.
-class ArgumentReader {
-public:
-    // False if the text ended before the `)`.
-    bool read(Arguments &arguments);
-
-private:
-    bool readArgument();
-    bool readToken();
-    void appendCurrent(int start, int32_t line);
-    bool skipSpace();
-    static bool atEnd() {
-        return lineBuffer[linePos] == '\0' || (lineBuffer[linePos] == '\n' && !linesFollow());
-    }
-
-    TracedText pending;
-    int depth = 0;
-};
-
-// Over ends of lines too; whether there was any.
-bool ArgumentReader::skipSpace() {
-    int16_t position = linePos;
-    int32_t line = currentLine;
-    peekNonBlank();
-    return linePos != position || currentLine != line;
-}
-
-void ArgumentReader::appendCurrent(int start, int32_t line) {
-    uint16_t origin = originAt(start);
-    bool isString = tokenClass == TK_CONSTANT && tokenValue.constant->type == DT_STRING;
-    std::string text;
-    if (isString && currentLine == line) {  // as it is written: it may be put in quotes
-        text.assign(lineBuffer + start, lineBuffer + linePos);
-        dropToken();
-    } else {
-        appendToken(text, start);
-    }
-    if (isChar('\\') && lineBuffer[linePos] == '"')
-        text += lineBuffer[linePos++];
-    pending.append(text, origin);
-}
-
-// One token into the pending text. False at the end of the text.
-bool ArgumentReader::readToken() {
-    if (atEnd())
-        return false;
-    if (strncmp(lineBuffer + linePos, "...", 3) == 0) {
-        pending.append("...", originAt(linePos));
-        linePos = static_cast<int16_t>(linePos + 3);
-        return true;
-    }
-    int16_t start = linePos;
-    int32_t line = currentLine;
-    nextToken();
-    if (endOfInput && isChar('\n'))
-        return false;
-    // The look-up of a keyword may have stepped on, to see whether the word is called.
-    const char *name = tokenName();
-    if (name && currentLine == line)
-        linePos = static_cast<int16_t>(start + static_cast<int16_t>(strlen(name)));
-    appendCurrent(start, line);
-    depth += isChar('(') ? 1 : isChar(')') ? -1 : 0;
-    return true;
-}
-
-// Up to the comma or parenthesis that ends the argument.
-bool ArgumentReader::readArgument() {
-    skipSpace();
-    while (depth > 0 || (lineBuffer[linePos] != ')' && lineBuffer[linePos] != ',')) {
-        if (!readToken())
-            return false;
-        if (skipSpace())
-            pending.append(" ", 0);
-    }
-    pending.trimBlank();
-    return true;
-}
-
-bool ArgumentReader::read(Arguments &arguments) {
-    for (bool isLast = false; !isLast;) {
-        if (!readArgument())
-            return false;
-        isLast = lineBuffer[linePos++] == ')';
-        if (!isLast || !pending.text.empty())
-            arguments.push_back(pending);
-        pending.clear();
-    }
-    return true;
 }
 
 // ---- Substitution -----------------------------------------------------------------------------
@@ -385,8 +257,11 @@ void substituteBody(const MacroEntry *macro, const Arguments &arguments, uint16_
                 expandArgument(expanded[index]);
                 done[index] = true;
             }
-            const Arguments &source = cell->raw ? arguments : expanded;
-            appendArgument(source[index], macro, expansion, line);
+            const TracedText &argument = cell->raw ? arguments[index] : expanded[index];
+            bool isVariable = macro->variadic && index + 1 == arguments.size();
+            if (isVariable && cell->raw && argument.text.empty())
+                line.trim(',');  // `, ## __VA_ARGS__` of no arguments
+            appendArgument(argument, macro, expansion, line);
         } else if (cell->next && cell->next->paramIndex && strcmp(cell->text, "#") == 0) {
             cell = cell->next;
             std::string text;
@@ -418,16 +293,6 @@ bool callFollows(bool crossLines) {
     else
         skipBlanks(linePos, lineBuffer);
     return lineBuffer[linePos] == '(';
-}
-
-bool readArguments(Arguments &arguments) {
-    int saved = e_lang->macroExpansionOn;
-    e_lang->macroExpansionOn = 0;
-    linePos++;
-    bool complete = ArgumentReader().read(arguments);
-    e_lang->macroExpansionOn = saved;
-    dotsSeen = false;
-    return complete;
 }
 
 void reportExpansion(const MacroEntry *macro) {

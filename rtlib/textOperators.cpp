@@ -249,7 +249,7 @@ char *nextWord(char *start, const char *delimiters) {
 }  // namespace
 
 void strtokOperator(ExprNode *node) {
-    Operand source(node->left), delimiters(node->right, Operand::CONTENTS);
+    Operand source(node->left, Operand::CONTENTS), delimiters(node->right, Operand::CONTENTS);
     if (!source || !delimiters)
         return;
     auto *text = static_cast<char *>(addressIn(source.get()));
