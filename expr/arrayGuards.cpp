@@ -61,7 +61,17 @@ const ExprNode *shapeOperand(const ExprNode *node) {
     return arrayIsLeft ? node->left : nullptr;
 }
 
-// A vector on the left of a product is a row, or a column beside a matrix of one row.
+// Two vectors make a matrix, or a vector where one of them is a number; of a code that is chosen
+// when the arrays are there, the rank isn't known.
+void vectorBounds(int op, const Dimension &left, const Dimension &right, Bounds &bounds) {
+    switch (op) {
+        case OP_VECTOR_BY_NUMBER: bounds = {left}; break;
+        case OP_NUMBER_BY_VECTOR: bounds = {right}; break;
+        default: bounds = {left, right};
+    }
+}
+
+// A vector on the left of a product with a matrix is a row, one on the right a column.
 bool productBounds(const ExprNode *node, Bounds &bounds) {
     Bounds left, right;
     if (!boundsOf(node->left, left) || !boundsOf(node->right, right))
@@ -69,7 +79,7 @@ bool productBounds(const ExprNode *node, Bounds &bounds) {
     if (left.empty() || right.empty())
         return true;
     if (right.size() == 1 && left.size() == 1)
-        bounds = {left.front()};
+        vectorBounds(node->op, left.front(), right.front(), bounds);
     else if (right.size() == 1)
         bounds = {left.front()};
     else if (left.size() == 1)
@@ -90,6 +100,10 @@ bool operatorBounds(const ExprNode *node, Bounds &bounds) {
     int op = node->op;
     if (isProduct(op))
         return productBounds(node, bounds);
+    if (op == OP_SHAPE) {
+        bounds = {{nullptr, nullptr}};
+        return true;
+    }
     if (op == OP_TRANSPOSE) {
         bool found = boundsOf(node->left, bounds);
         std::reverse(bounds.begin(), bounds.end());
@@ -122,6 +136,16 @@ bool boundsOf(const ExprNode *tree, Bounds &bounds) {
     return false;
 }
 
+namespace {
+
+ShapeKnowledge productKnowledge(const ExprNode *product) {
+    Bounds left, right;
+    bool known = boundsOf(product->left, left) && boundsOf(product->right, right);
+    return known && left.size() == 2 && right.size() == 2 ? SHAPE_RANK_KNOWN : SHAPE_RANK_UNKNOWN;
+}
+
+}  // namespace
+
 ShapeKnowledge arrayShapeKind(const ExprNode *tree) {
     if (!tree)
         return SHAPE_KNOWN;
@@ -136,8 +160,11 @@ ShapeKnowledge arrayShapeKind(const ExprNode *tree) {
     }
     if (isSubscript(tree->op) || tree->op == OP_CAST || tree->op == OP_NEW)
         return arrayShapeKind(tree->left);
-    return std::max(
+    ShapeKnowledge kind = std::max(
         {arrayShapeKind(tree->left), arrayShapeKind(tree->right), arrayShapeKind(tree->third)});
+    // Of vectors whose extents show later, the product may be a vector or a matrix.
+    bool isOpenProduct = tree->op == OP_MATRIX_PRODUCT && kind == SHAPE_RANK_KNOWN;
+    return isOpenProduct ? productKnowledge(tree) : kind;
 }
 
 // ---- Comparison of extents ----------------------------------------------------------------------
@@ -219,9 +246,17 @@ bool areElementwise(const Shape &left, const Shape &right) {
     return true;
 }
 
-// Two vectors: a row by a column of one number each, a number by a row, a column by a number, or a
-// column by a row.
-int vectorProduct(const Shape &left, const Shape &right) {
+// A transposed vector is a row, though its shape is the same.
+bool isRow(const ExprNode *tree) { return isOperator(tree) && tree->op == OP_TRANSPOSE; }
+
+// Two vectors: a row by a column, a number by a row, a column by a number, or a column by a row.
+int vectorProduct(const ExprNode *leftTree, const Shape &left, const Shape &right) {
+    if (isRow(leftTree)) {
+        bool known = left.isKnown() && right.isKnown();
+        if (known && !agreeOrOpen(left.bounds[0], right.bounds[0]))
+            refuseDimensions();
+        return OP_DOT_PRODUCT;
+    }
     if (!left.isKnown() || !right.isKnown())
         return OP_MATRIX_PRODUCT;
     bool one = extentOf(left.bounds[0]) == 1, rightOne = extentOf(right.bounds[0]) == 1;
@@ -230,7 +265,7 @@ int vectorProduct(const Shape &left, const Shape &right) {
     return rightOne ? OP_VECTOR_BY_NUMBER : OP_VECTOR_BY_VECTOR;
 }
 
-int productCode(const Shape &left, const Shape &right) {
+int productCode(const ExprNode *leftTree, const Shape &left, const Shape &right) {
     if (left.rank() > 2 || right.rank() > 2) {
         parseError("array dimension is larger than 2  in array multiplication");
         return OP_MATRIX_PRODUCT;
@@ -238,7 +273,7 @@ int productCode(const Shape &left, const Shape &right) {
     if (left.rank() == 0 || right.rank() == 0)
         return OP_MATRIX_PRODUCT;
     if (left.rank() == 1 && right.rank() == 1)
-        return vectorProduct(left, right);
+        return vectorProduct(leftTree, left, right);
     bool known = left.isKnown() && right.isKnown();
     const Dimension &row = left.rank() == 2 ? left.bounds[1] : left.bounds[0];
     if (known && !agreeOrOpen(row, right.bounds[0]))
@@ -285,7 +320,7 @@ int checkArrayOperands(const ExprNode *left, const ExprNode *right, int code) {
         return code;
     }
     switch (code) {
-        case OP_MATRIX_PRODUCT: return productCode(leftShape, rightShape);
+        case OP_MATRIX_PRODUCT: return productCode(left, leftShape, rightShape);
         case OP_TRANSPOSE:
             if (leftShape.rank() > 2)
                 parseError("the array dimension is larger than 2  in transpose()");

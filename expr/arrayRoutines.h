@@ -11,6 +11,10 @@ using ArrayEntry = Value *(*)(Value *left, Value *right, int code);
 void runArrayUnary(ExprNode *node, ArrayEntry entry);
 void runArrayBinary(ExprNode *node, ArrayEntry entry);
 
+// `a op= b` and the increments, on arrays as wholes.
+void arrayCompoundAssignment(ExprNode *node);
+void arrayIncrement(ExprNode *node);
+
 template <ArrayEntry entry>
 void arrayUnary(ExprNode *node) {
     runArrayUnary(node, entry);

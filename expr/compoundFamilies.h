@@ -3,8 +3,11 @@
 // of it, so that each has subscripts of its own on the stack.
 #pragma once
 
+#include "expr/arrayRoutines.h"
+#include "expr/nodeClasses.h"
 #include "expr/operators.h"
 #include "expr/scalarFamilies.h"
+#include "expr/typeQueries.h"
 #include "numeric/convert.h"
 
 namespace zy {
@@ -119,6 +122,11 @@ void compoundForm(ExprNode *node) {
 
 template <class Family>
 void compound(ExprNode *node) {
+    if (isComputational(treeType(node->left))) {
+        node->routine = arrayCompoundAssignment;
+        node->routine(node);
+        return;
+    }
     switch (memberForm(node->third)) {
         case MemberForm::OWN:
             node->routine = compoundForm<Family, storeMemberCompound<MemberForm::OWN>>;

@@ -31,8 +31,9 @@ bool isVariableOfKind(const ExprNode *tree, int first, int second) {
 ExprNode *castTargetOf(const ExprNode *target) {
     DataType type = treeType(target);
     const TypeInfo *variable = variableOf(target);
-    bool ownShape = variable && !isVariableOfKind(target, KIND_ASSUMED_C_ARRAY, KIND_P_ARRAY) &&
-                    variable->kind != KIND_ASSUMED_ARRAY;
+    bool isFixed = variable && variable->arrayLink && variable->arrayLink->shapeKind == SHAPE_FIXED;
+    bool ownShape = variable && (variable->kind == KIND_P_C_ARRAY ||
+                                 (isFixed && variable->kind != KIND_P_ARRAY));
     if (isArray(type) && !ownShape)
         return copyNode(target);
     TypeInfo model{};
@@ -236,8 +237,7 @@ DataType compoundResult(const ExprNode *node) {
     bool keepsTarget = node->op >= OP_ASSIGN_MODULO || !isScalarNumeric(target);
     if (keepsTarget)
         return target;
-    DataType result = std::max(target, treeDataType(node->right));
-    return isComputational(treeType(node->left)) ? std::max(result, DT_INT) : result;
+    return std::max(target, treeDataType(node->right));
 }
 
 ExprNode *bindCompound(ExprNode *node) {
@@ -254,8 +254,10 @@ ExprNode *bindCompound(ExprNode *node) {
         refuseRestrictedArithmetic(node->op);
     if (areBothArrays(node))
         checkArrayOperands(node->left, node->right, code);
-    // Of a wider result the value of the expression is read back in the type of the target.
-    bool isWider = compoundResult(node) != treeDataType(node->left);
+    // Of a wider result the value of the expression is read back in the type of the target; an
+    // array is that itself.
+    bool isWider =
+        !isArray(treeType(node->left)) && compoundResult(node) != treeDataType(node->left);
     return !errorFlag && isWider ? castTo(node->left, node) : node;
 }
 

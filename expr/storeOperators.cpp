@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "expr/arrayRoutines.h"
 #include "expr/calls.h"
 #include "expr/compoundFamilies.h"
 #include "expr/elementOperators.h"
@@ -327,7 +328,10 @@ Value *incrementValue(const Value *old) { return stepValue(old, 1); }
 Value *decrementValue(const Value *old) { return stepValue(old, -1); }
 
 void incrementOperator(ExprNode *node) {
-    node->routine = isPlainTarget(node->left) ? plainIncrement(node->op) : otherIncrement(node);
+    if (isComputational(treeType(node->left)))
+        node->routine = arrayIncrement;
+    else
+        node->routine = isPlainTarget(node->left) ? plainIncrement(node->op) : otherIncrement(node);
     node->routine(node);
 }
 

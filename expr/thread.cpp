@@ -145,22 +145,26 @@ void threadConditional(ChainBuilder &chain, ExprNode *node) {
 
 ExprNode *boundsOfType(const ExprNode *leaf) {
     const TypeInfo *type = variableOf(leaf);
-    bool runTime = type && type->arrayLink && type->arrayLink->shapeKind == SHAPE_DEFERRED;
+    bool runTime = type && type->level == TYPE_ONLY_LEVEL && type->arrayLink &&
+                   type->arrayLink->shapeKind == SHAPE_DEFERRED;
     return runTime ? type->arrayLink->bounds : nullptr;
 }
+
+}  // namespace
 
 bool hasRunTimeShape(const ExprNode *target) {
     const TypeInfo *variable = variableOf(target);
     if (variable)
-        return variable->level != TYPE_ONLY_LEVEL &&
-               (variable->kind == KIND_P_ARRAY || variable->kind == KIND_ASSUMED_ARRAY ||
-                variable->kind == KIND_ASSUMED_C_ARRAY);
+        return variable->level != TYPE_ONLY_LEVEL && variable->arrayLink &&
+               (variable->kind == KIND_P_ARRAY || variable->arrayLink->shapeKind != SHAPE_FIXED);
     if (!isOperator(target) || !isArray(treeType(target)))
         return false;
     const TypeInfo *declaration = declarationOf(target);
     return declaration && declaration->arrayLink &&
            declaration->arrayLink->shapeKind != SHAPE_FIXED;
 }
+
+namespace {
 
 // What supplies the shape of the target runs before the operand.
 void threadCast(ChainBuilder &chain, ExprNode *node) {

@@ -33,6 +33,10 @@ BranchChains branchChainsOf(const ExprNode *node);
 void threadArguments(ExprNode *list);
 inline ExprNode *argumentChain(const ExprNode *cell) { return static_cast<ExprNode *>(cell->link); }
 
+// Whether the target of a cast has its shape from a Value of its own, which the chain pushes before
+// the operand.
+bool hasRunTimeShape(const ExprNode *target);
+
 // The address node that runs behind an argument which is passed by reference and is an lvalue but
 // no plain variable; its pointer lies above the argument's value. NULL for every other argument.
 ExprNode *referenceAddressOf(const ExprNode *actual);

@@ -110,10 +110,16 @@ int dimensionsOf(const ExprNode *tree) {
 
 // ---- Computational arrays ---------------------------------------------------------------------
 
+// The type of a part of an element: float but for the wide types.
 DataType partOf(int type) {
-    bool isWide = type == DT_DCOMPLEX || type == DT_DDUAL;
-    bool isNarrow = type == DT_COMPLEX || type == DT_DUAL;
-    return isWide ? DT_DOUBLE : isNarrow ? DT_FLOAT : static_cast<DataType>(type);
+    bool isWide = type == DT_DOUBLE || type == DT_DCOMPLEX || type == DT_DDUAL;
+    return isWide ? DT_DOUBLE : DT_FLOAT;
+}
+
+DataType conjugateOf(DataType type) {
+    if (type >= DT_COMPLEX)
+        return type;
+    return type == DT_DOUBLE ? DT_DCOMPLEX : DT_COMPLEX;
 }
 
 // The element type of what an array operator gives.
@@ -125,11 +131,15 @@ DataType arrayResultElement(const ExprNode *node) {
     if (isTest || op == OP_NOT_ARRAY || op == OP_SHAPE)
         return DT_INT;
     DataType operand = treeDataType(node->left);
-    if (op == OP_ABS_ARRAY || op == OP_REAL_ARRAY || op == OP_IMAG_ARRAY)
+    if (op == OP_REAL_ARRAY || op == OP_IMAG_ARRAY)
         return partOf(operand);
-    if (op == OP_NEGATE_ARRAY || op == OP_TRANSPOSE || op == OP_CONJ_ARRAY || op == OP_INVERSE)
+    if (op == OP_ABS_ARRAY)
+        return operand >= DT_COMPLEX ? partOf(operand) : operand;
+    if (op == OP_CONJ_ARRAY)
+        return conjugateOf(operand);
+    if (op == OP_NEGATE_ARRAY || op == OP_TRANSPOSE || op == OP_INVERSE)
         return operand;
-    if (inRange(op, OP_SIN_ARRAY, OP_EXP_ARRAY) && op != OP_ATAN2_ARRAY)
+    if (inRange(op, OP_SIN_ARRAY, OP_EXP_ARRAY))
         return std::max(operand, DT_FLOAT);
     return std::max({operand, treeDataType(node->right), DT_INT});
 }

@@ -7,10 +7,12 @@
 #include <cstdlib>
 
 #include "decl/funcInfo.h"
+#include "expr/nodeClasses.h"
 #include "expr/operands.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/arrayCast.h"
 #include "numeric/shape.h"
 #include "numeric/specialValues.h"
 
@@ -148,6 +150,8 @@ bool convertScalar(Value *value, int type) {
     int found = value->type;
     if (found == type)
         return true;
+    if (isScalarNumeric(type) && isComputational(found))
+        return takeFirstElement(value) && convertScalar(value, type);
     if (isScalarNumeric(type)) {
         if (!isScalarNumeric(found) && !isPointer(found))
             return false;
@@ -216,6 +220,8 @@ Value *castValue(ExprNode *target, ExprNode *operandNode) {
     Value *value = ownRecord(operand);
     if (!value)
         return nullptr;
+    if (isArrayLike(type))
+        return castToArray(target, type, value);
     bool done = isClassLike(type) ? convertToClass(value, type, structInfoOf(target))
                                   : convertScalar(value, type);
     if (!done)
