@@ -150,6 +150,12 @@ bool canPass(const Value *operand, const CastTarget &target) {
 
 }  // namespace
 
+bool hasCastElements(const ExprNode *target) {
+    int type = elementTypeOf(target);
+    return isScalarNumeric(type) || (isPointer(type) && !isArrayLike(type)) || type == DT_STRING ||
+           type == DT_STRUCT;
+}
+
 Value *castToArray(const ExprNode *target, int type, Value *operand) {
     if (isBinding(target, type))
         return bound(operand, type, elementTypeOf(target));

@@ -5,6 +5,9 @@
 
 namespace zy {
 
+// Whether the target has an element type that a value can be cast to.
+bool hasCastElements(const ExprNode *target);
+
 // The operand, whose record and contents it takes, as the array type that the target names. What
 // gives the target its shape at run time lies on the stack. NULL if memory is exhausted.
 Value *castToArray(const ExprNode *target, int type, Value *operand);

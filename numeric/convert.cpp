@@ -220,7 +220,7 @@ Value *castValue(ExprNode *target, ExprNode *operandNode) {
     Value *value = ownRecord(operand);
     if (!value)
         return nullptr;
-    if (isArrayLike(type))
+    if (isArrayLike(type) && hasCastElements(target))
         return castToArray(target, type, value);
     bool done = isClassLike(type) ? convertToClass(value, type, structInfoOf(target))
                                   : convertScalar(value, type);
