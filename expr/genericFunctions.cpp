@@ -51,7 +51,7 @@ constexpr GenericRow genericRows[] = {
     {OP_GENERIC_FABS, {605, 325, 287, 325, 287, 296, 296}},
     {OP_GENERIC_REAL, {628, 326, 288, 326, 288, 326, 288}},
     {OP_GENERIC_IMAG, {629, 327, 289, 327, 289, 327, 289}},
-    {OP_GENERIC_CONJ, {630, 454, 379, 410, 335, 410, 335}},
+    {OP_GENERIC_CONJ, {630, 454, 379, 410, 335, 335, 335}},
 };
 
 // The forms with arguments that name the branch of a function of a complex variable.
@@ -151,7 +151,7 @@ int selectExtreme(int word, const ExprNode *node) {
     int type = 0;
     for (const ExprNode *cell = node->left; cell; cell = cell->next) {
         DataType own = treeType(cell->item);
-        type = std::max<int>(type, own == DT_CARRAY ? elementTypeOf(cell->item) : own);
+        type = std::max<int>(type, isArray(own) ? elementTypeOf(cell->item) : own);
     }
     if (type <= DT_ULLONG)
         return isMin ? OP_MIN_INT : OP_MAX_INT;
@@ -190,6 +190,18 @@ int selectAlias(ExprNode *node) {
         return codes[count];
     parseError("more than 2 arguments");
     return 0;
+}
+
+// complex(x, y) and dual(x, y): wide if a part is.
+int selectConstructor(int word, const ExprNode *node) {
+    auto isWide = [](const ExprNode *part) {
+        int type = classOf(part);
+        return type == DT_DOUBLE || type == DT_DCOMPLEX || type == DT_DDUAL;
+    };
+    bool wide = isWide(node->left) || isWide(node->right);
+    if (word == OP_TO_COMPLEX)
+        return wide ? OP_TO_DCOMPLEX : OP_TO_COMPLEX;
+    return wide ? OP_TO_DDUAL : OP_TO_DUAL;
 }
 
 // ---- Branches -----------------------------------------------------------------------------------
@@ -235,10 +247,15 @@ int select(ExprNode *node) {
         case OP_GENERIC_FREXP:
         case OP_GENERIC_MODF: return selectWithSecond(word, node);
         case OP_GENERIC_ABS: return selectAbs(node);
+        case OP_GENERIC_CONJ:
+            return classOf(node->left) == DT_DOUBLE ? codeOf(word, WIDE_COMPLEX)
+                                                    : codeOf(word, columnOf(classOf(node->left)));
         case OP_GENERIC_MIN:
         case OP_GENERIC_MAX: return selectExtreme(word, node);
         case OP_GENERIC_POLAR: return selectPolar(node);
         case OP_GENERIC_ALIAS: return selectAlias(node);
+        case OP_TO_COMPLEX:
+        case OP_TO_DUAL: return selectConstructor(word, node);
         default: return codeOf(word, columnOf(classOf(node->left)));
     }
 }
@@ -251,7 +268,8 @@ bool takesList(int word) {
 
 ExprNode *resolveGeneric(ExprNode *node) {
     int word = node->op;
-    int type = takesList(word) ? 0 : classOf(node->left);
+    bool isConstructor = word == OP_TO_COMPLEX || word == OP_TO_DUAL;
+    int type = takesList(word) || isConstructor ? 0 : classOf(node->left);
     if (word == OP_GENERIC_IMAG && (type == DT_DUAL || type == DT_DDUAL))
         parseWarning("change imag() to dual()");
     if (int code = select(node))

@@ -5,6 +5,7 @@
 
 #include "expr/arrayRoutines.h"
 #include "expr/compoundFamilies.h"
+#include "expr/mathFamilies.h"
 #include "expr/mathRoutines.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"

@@ -240,7 +240,10 @@ void placeArguments(ExprNode *node, ExprNode *list) {
     }
 }
 
-bool isGeneric(int code) { return code >= OP_GENERIC_ABS && code <= OP_GENERIC_CONJ; }
+bool isGeneric(int code) {
+    return (code >= OP_GENERIC_ABS && code <= OP_GENERIC_CONJ) || code == OP_TO_COMPLEX ||
+           code == OP_TO_DUAL;
+}
 
 ExprNode *finishBuiltin(ExprNode *node, const Arguments &arguments) {
     unsigned char earlier = errorFlag;
@@ -251,6 +254,10 @@ ExprNode *finishBuiltin(ExprNode *node, const Arguments &arguments) {
     if (countFits && !arguments.isStream)
         checkBuiltinArguments(node->op, arguments.list);
     placeArguments(node, arguments.list);
+    bool hasDimensions =
+        node->op == OP_TRANSPOSE || node->op == OP_INVERSE || node->op == OP_LINEARSOLVER;
+    if (hasDimensions && countFits && !errorFlag)
+        checkArrayOperands(node->left, node->right, node->op);
     if (node->op == OP_SHAPE && node->right)
         node->op = OP_SHAPE_EXTENT;
     return countFits && isGeneric(node->op) ? resolveGeneric(node) : node;

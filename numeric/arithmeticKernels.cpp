@@ -3,6 +3,7 @@
 #include "expr/operators.h"
 #include "expr/scalarFamilies.h"
 #include "numeric/elementLoops.h"
+#include "numeric/elementOperations.h"
 #include "numeric/elementTypes.h"
 #include "numeric/mathFunctions.h"
 
@@ -12,43 +13,6 @@ namespace {
 
 // ---- Operations ---------------------------------------------------------------------------------
 
-struct AddElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return complexAdd(a, b);
-        else
-            return Add::of(a, b);
-    }
-};
-struct SubtractElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return complexSub(a, b);
-        else
-            return Subtract::of(a, b);
-    }
-};
-struct MultiplyElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return multiplyPairs(a, b);
-        else
-            return Multiply::of(a, b);
-    }
-};
-// Of numbers with a point; a zero divisor is a number like others there.
-struct DivideElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return dividePairs(a, b);
-        else
-            return a / b;
-    }
-};
 struct PowerOfElements {
     template <class T>
     static T of(T a, T b) {

@@ -2,10 +2,10 @@
 // type, and a rule for the type of the result.
 
 #include "expr/operators.h"
-#include "expr/scalarFamilies.h"
 #include "instance/report.h"
 #include "numeric/arrayOperands.h"
 #include "numeric/arrayOperators.h"
+#include "numeric/elementOperations.h"
 #include "numeric/elementTypes.h"
 #include "numeric/shape.h"
 
@@ -14,19 +14,6 @@ namespace zy {
 // ---- Operations ---------------------------------------------------------------------------------
 
 namespace {
-
-// The difference to -0.0 turns the sign of a zero too.
-struct NegateElement {
-    template <class T>
-    static T of(T x) {
-        if constexpr (isPairType<T>)
-            return {of(x.first), of(x.second)};
-        else if constexpr (std::is_integral_v<T>)
-            return Negate::of(x);
-        else
-            return T{-0.0} - x;
-    }
-};
 
 // What isn't 0 or more is negated, so NaN has its sign turned and -0.0 keeps it. The squares of a
 // pair may overflow, which the scalar function prevents.
@@ -108,11 +95,7 @@ struct Conjugate {
             using Part = typename PartType<T>::type;
             return Complex<Part>{static_cast<Part>(plainPart(x)), 0};
         } else {
-            if (isNaNPair(x))
-                return nanPair<T>;
-            if (isInfPair(x))
-                return infPair<T>;
-            return T{x.first, NegateElement::of(x.second)};
+            return conjugatePair(x);
         }
     }
 };
