@@ -108,14 +108,13 @@ bool takesTwo(int word) {
 int selectTwo(int word, const ExprNode *node) {
     int left = classOf(node->left), right = classOf(node->right);
     bool leftIsArray = isArrayClass(left), rightIsArray = isArrayClass(right);
-    if (leftIsArray && rightIsArray && word == OP_GENERIC_POW) {
-        checkArrayOperands(node->left, node->right, OP_ARRAYS_POWER);
-        return OP_ARRAYS_POWER;
-    }
-    if (leftIsArray || rightIsArray) {
-        bool fits = word == OP_GENERIC_POW ? leftIsArray : leftIsArray && rightIsArray;
-        return fits ? codeOf(word, ARRAY) : 0;
-    }
+    if (leftIsArray && rightIsArray && word != OP_GENERIC_FMOD)
+        return checkArrayOperands(node->left, node->right,
+                                  word == OP_GENERIC_POW ? OP_ARRAYS_POWER : OP_ATAN2_ARRAY);
+    if (leftIsArray && isScalarNumeric(right) && word == OP_GENERIC_POW)
+        return checkArrayOperands(node->left, node->right, OP_ARRAY_POWER_SCALAR);
+    if (leftIsArray || rightIsArray)
+        return 0;
     return codeOf(word, columnOf(std::max(left, right)));
 }
 
