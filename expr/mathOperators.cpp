@@ -2,7 +2,6 @@
 
 #include "expr/mathFamilies.h"
 #include "expr/operators.h"
-#include "numeric/elementConversion.h"
 #include "numeric/shape.h"
 
 namespace zy {
@@ -29,11 +28,11 @@ void meetElements(Extreme &extreme, const Value *array) {
     constexpr size_t together = 256;
     auto *from = static_cast<const char *>(array->payload.p);
     int type = array->payload2.elementType;
-    ConvertKernel convert = from ? conversionKernel(DT_DOUBLE, type) : nullptr;
-    double numbers[together];
-    for (size_t begin = 0; convert && begin < array->count; begin += together) {
+    double numbers[together] = {};
+    for (size_t begin = 0; from && begin < array->count; begin += together) {
         size_t count = std::min<size_t>(together, array->count - begin);
-        convert(numbers, from + begin * static_cast<size_t>(elementSize(type)), count);
+        convertElements(numbers, from + begin * static_cast<size_t>(elementSize(type)),
+                        static_cast<uint32_t>(count), DT_DOUBLE, type);
         for (size_t i = 0; i < count; i++)
             extreme.meet(numbers[i]);
     }
