@@ -5,7 +5,8 @@
 
 #include <array>
 
-#include "expr/directFamilies.h"
+#include "expr/directOperands.h"
+#include "expr/directPlaces.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/typeQueries.h"
@@ -14,44 +15,7 @@ namespace zy {
 
 namespace {
 
-constexpr int NO_TYPE = -1;
-// Direct evaluation recurses, so a deeper tree goes through the stack in pieces.
-constexpr int DEPTH_MAX = 48;
-
-DirectForm make(ExprNode *tree, int depth);
-
-constexpr bool isReal4or8(int type) { return type == DT_FLOAT || type == DT_DOUBLE; }
-constexpr bool isInteger(int type) { return type >= 0 && isIntegral(type); }
-
-int adopt(ExprNode *node, DirectInteger function, int type) {
-    node->integer = function;
-    return type;
-}
-int adopt(ExprNode *node, DirectReal function, int type) {
-    node->real = function;
-    return type;
-}
-
-// Calls choose.template operator()<T>() for the C++ type of a number type.
-template <class Choose>
-auto withType(int type, Choose choose) {
-    switch (type) {
-        case DT_CHAR: return choose.template operator()<signed char>();
-        case DT_UCHAR: return choose.template operator()<unsigned char>();
-        case DT_SHORT: return choose.template operator()<short>();
-        case DT_USHORT: return choose.template operator()<unsigned short>();
-        case DT_UINT: return choose.template operator()<unsigned>();
-        case DT_LLONG: return choose.template operator()<long long>();
-        case DT_ULLONG: return choose.template operator()<unsigned long long>();
-        case DT_FLOAT: return choose.template operator()<float>();
-        case DT_DOUBLE: return choose.template operator()<double>();
-        default: return choose.template operator()<int>();
-    }
-}
-
 // ---- Leaves -------------------------------------------------------------------------------------
-
-bool isNumber(int type) { return isInteger(type) || isReal4or8(type); }
 
 // A variable whose cell can only hold its declared type, and whose reading has no side effect.
 bool isPlainVariable(const TypeInfo *symbol) {
@@ -60,7 +24,8 @@ bool isPlainVariable(const TypeInfo *symbol) {
            symbol->context <= CONTEXT_PARAMETER && !(symbol->qualifiers & QUALIFIER_BUILTIN);
 }
 
-// The leaf is told where the cell is found.
+}  // namespace
+
 const TypeInfo *plainVariable(ExprNode *leaf) {
     const TypeInfo *symbol = variableOf(leaf);
     if (!symbol || !isPlainVariable(symbol))
@@ -68,6 +33,8 @@ const TypeInfo *plainVariable(ExprNode *leaf) {
     leaf->count = placeInFrames(symbol);
     return symbol;
 }
+
+namespace {
 
 int makeVariable(ExprNode *leaf, int type) {
     return withType(type, [&]<class T>() { return adopt(leaf, variableLeaf<T>, type); });
@@ -91,63 +58,15 @@ int makeLeaf(ExprNode *leaf) {
     return withType(type, [&]<class T>() { return adopt(leaf, constantLeaf<T>, type); });
 }
 
-// ---- Operands -----------------------------------------------------------------------------------
-
-enum Place { CONSTANT, VARIABLE, TREE, INTEGER_TREE, NOWHERE };
-
-// Whether reading a number of that type as a T keeps to what its register holds.
-template <class T>
-bool reads(int type) {
-    if (std::is_floating_point_v<T>)
-        return isReal4or8(type) || (isInteger(type) && type != DT_ULLONG);
-    constexpr bool isUnsigned = std::is_unsigned_v<T>;
-    if (sizeof(T) == 8)
-        return isInteger(type);
-    if (sizeof(T) == 4)
-        return isInteger(type) && type <= (isUnsigned ? DT_UINT : DT_INT);
-    return type == Scalar<T>::type;
-}
-
-template <class T>
-Place placeOf(ExprNode *operand, int depth) {
-    DirectForm form = operand ? make(operand, depth) : DirectForm{};
-    if (!form || !reads<T>(form.type))
-        return NOWHERE;
-    if (form.type == Scalar<T>::type && plainVariable(operand))
-        return VARIABLE;
-    if (form.type == Scalar<T>::type && operand->kind == NODE_VALUE && operand->type != DT_NAME &&
-        operand->type != DT_CONSTANT)
-        return CONSTANT;
-    return std::is_floating_point_v<T> && isInteger(form.type) ? INTEGER_TREE : TREE;
-}
-
-// The types whose code is worth an instance for each pair of places.
-template <class T>
-constexpr bool isHot = std::is_same_v<T, int> || std::is_same_v<T, double>;
-
-template <class T, class Choose>
-auto withPlace(Place place, Choose choose) {
-    if constexpr (std::is_floating_point_v<T>)
-        if (place == INTEGER_TREE)
-            return choose.template operator()<InIntegerTree<T>>();
-    if constexpr (isHot<T>) {
-        if (place == CONSTANT)
-            return choose.template operator()<InConstant<T>>();
-        if (place == VARIABLE)
-            return choose.template operator()<InVariable<T>>();
-    }
-    return choose.template operator()<InTree<T>>();
-}
-
 using Maker = DirectForm (*)(ExprNode *node, int depth);
 
 template <class Operation, class T, class Result = T>
 DirectForm makeBinary(ExprNode *node, int depth) {
-    Place right = placeOf<T>(node->right, depth), left = placeOf<T>(node->left, depth);
+    Stand right = standOf<T>(node->right, depth), left = standOf<T>(node->left, depth);
     if (right == NOWHERE || left == NOWHERE)
         return {};
-    return withPlace<T>(left, [&]<class Left>() {
-        return withPlace<T>(right, [&]<class Right>() {
+    return withStand<T>(left, [&]<class Left>() {
+        return withStand<T>(right, [&]<class Right>() {
             auto function = binaryNode<Operation, T, Result, Left, Right>;
             return DirectForm{adopt(node, function, Scalar<Result>::type)};
         });
@@ -163,7 +82,7 @@ DirectForm makeEquality(ExprNode *node, int depth) {
 
 template <class Operation, class T>
 DirectForm makeShift(ExprNode *node, int depth) {
-    Place right = placeOf<int>(node->right, depth), left = placeOf<T>(node->left, depth);
+    Stand right = standOf<int>(node->right, depth), left = standOf<T>(node->left, depth);
     if (right == NOWHERE || left == NOWHERE)
         return {};
     return {adopt(node, shiftNode<Operation, T, InTree<T>, InTree<int>>, Scalar<T>::type)};
@@ -171,10 +90,10 @@ DirectForm makeShift(ExprNode *node, int depth) {
 
 template <class Operation, class T, class Result = T>
 DirectForm makeUnary(ExprNode *node, int depth) {
-    Place place = placeOf<T>(node->left, depth);
-    if (place == NOWHERE)
+    Stand stand = standOf<T>(node->left, depth);
+    if (stand == NOWHERE)
         return {};
-    return withPlace<T>(place, [&]<class Operand>() {
+    return withStand<T>(stand, [&]<class Operand>() {
         auto function = unaryNode<Operation, T, Result, Operand>;
         return DirectForm{adopt(node, function, Scalar<Result>::type)};
     });
@@ -193,7 +112,7 @@ auto withRegisters(int first, int second, Choose choose) {
 }
 
 DirectForm makeNot(ExprNode *node, int depth) {
-    DirectForm operand = make(node->left, depth);
+    DirectForm operand = makeDirectAt(node->left, depth);
     if (!operand)
         return {};
     auto function = isInteger(operand.type) ? notNode<int64_t> : notNode<double>;
@@ -201,7 +120,7 @@ DirectForm makeNot(ExprNode *node, int depth) {
 }
 
 DirectForm makeShortCircuit(ExprNode *node, int depth) {
-    DirectForm left = make(node->left, depth), right = make(node->right, depth);
+    DirectForm left = makeDirectAt(node->left, depth), right = makeDirectAt(node->right, depth);
     if (!left || !right)
         return {};
     return withRegisters(left.type, right.type, [&]<class L, class R>() {
@@ -212,8 +131,8 @@ DirectForm makeShortCircuit(ExprNode *node, int depth) {
 
 // Branches of two types would have to be widened.
 DirectForm makeConditional(ExprNode *node, int depth) {
-    DirectForm condition = make(node->left, depth);
-    DirectForm first = make(node->right, depth), second = make(node->third, depth);
+    DirectForm condition = makeDirectAt(node->left, depth);
+    DirectForm first = makeDirectAt(node->right, depth), second = makeDirectAt(node->third, depth);
     if (!condition || !first || first.type != second.type)
         return {};
     return withRegisters(condition.type, first.type, [&]<class C, class R>() {
@@ -222,7 +141,7 @@ DirectForm makeConditional(ExprNode *node, int depth) {
 }
 
 DirectForm makeComma(ExprNode *node, int depth) {
-    DirectForm left = make(node->left, depth), right = make(node->right, depth);
+    DirectForm left = makeDirectAt(node->left, depth), right = makeDirectAt(node->right, depth);
     if (!left || !right)
         return {};
     return withRegisters(left.type, right.type, [&]<class L, class R>() {
@@ -232,7 +151,7 @@ DirectForm makeComma(ExprNode *node, int depth) {
 
 DirectForm makeCast(ExprNode *node, int depth) {
     const TypeInfo *target = variableOf(node->left);
-    DirectForm source = make(node->right, depth);
+    DirectForm source = makeDirectAt(node->right, depth);
     if (!source || !target || target->level != TYPE_ONLY_LEVEL || target->kind != KIND_SIMPLE ||
         !isNumber(target->dataType))
         return {};
@@ -250,6 +169,15 @@ DirectForm storing(ExprNode *node, int type) {
     return {adopt(node, function, type), forEffect<function>};
 }
 
+// Calls choose with the policy of a target. Gives choose(type) for its type, or no form.
+template <class Choose>
+DirectForm withTarget(ExprNode *target, int depth, Choose choose) {
+    if (const TypeInfo *variable = plainVariable(target))
+        return choose.template operator()<VariableTarget>(variable->dataType);
+    int type = makeDirectTarget(target, depth);
+    return type < 0 ? DirectForm{} : choose.template operator()<PlaceTarget>(type);
+}
+
 // Whether a store of that source is a plain conversion of its register.
 template <class T>
 bool storesPlainly(int source) {
@@ -260,78 +188,88 @@ bool storesPlainly(int source) {
     return isInteger(source) && widens;
 }
 
-template <class T>
+template <class Target, class T>
 DirectForm makeAssignTo(ExprNode *node, int source) {
     if (!storesPlainly<T>(source))
         return {};
     constexpr int type = Scalar<T>::type;
-    Place place = std::is_floating_point_v<T> && isInteger(source) ? INTEGER_TREE : TREE;
+    Stand stand = std::is_floating_point_v<T> && isInteger(source) ? INTEGER_TREE : TREE;
     if (isHot<T> && source == type) {
         bool inPlace = standsInPlace(node->right) && node->right->type != DT_CONSTANT;
-        place = plainVariable(node->right) ? VARIABLE : inPlace ? CONSTANT : TREE;
+        stand = plainVariable(node->right) ? VARIABLE : inPlace ? CONSTANT : TREE;
     }
-    return withPlace<T>(place,
-                        [&]<class Source>() { return storing<assignNode<T, Source>>(node, type); });
+    return withStand<T>(
+        stand, [&]<class Source>() { return storing<assignNode<Target, T, Source>>(node, type); });
 }
 
 DirectForm makeAssign(ExprNode *node, int depth) {
-    const TypeInfo *target = plainVariable(node->left);
-    DirectForm source = target ? make(node->right, depth) : DirectForm{};
+    DirectForm source = makeDirectAt(node->right, depth);
     if (!source)
         return {};
-    if (target->dataType == DT_INT && isReal4or8(source.type))
-        return storing<assignRealToInt<InTree<double>>>(node, DT_INT);
-    return withType(target->dataType,
-                    [&]<class T>() { return makeAssignTo<T>(node, source.type); });
+    return withTarget(node->left, depth, [&]<class Target>(int type) {
+        if (type == DT_INT && isReal4or8(source.type))
+            return storing<assignRealToInt<Target>>(node, DT_INT);
+        return withType(type,
+                        [&]<class T>() { return makeAssignTo<Target, T>(node, source.type); });
+    });
 }
 
-// The variable's type is that of the result: no conversion follows.
-template <class Family, class T>
+// The target's type is that of the result: no conversion follows.
+template <class Target, class Family, class T>
 DirectForm makeCompoundOf(ExprNode *node, int depth) {
     constexpr int type = Scalar<T>::type;
     if constexpr (sizeof(T) < 4) {
         return {};
     } else {
-        DirectForm source = make(node->right, depth);
+        DirectForm source = makeDirectAt(node->right, depth);
         if (std::is_floating_point_v<T> && source && reads<T>(source.type) &&
             (type == DT_DOUBLE || source.type != DT_DOUBLE)) {
-            Place place = placeOf<T>(node->right, depth);
-            return withPlace<T>(place, [&]<class Source>() {
-                return storing<compoundNode<Family, T, T, Source>>(node, type);
+            Stand stand = standOf<T>(node->right, depth);
+            return withStand<T>(stand, [&]<class Source>() {
+                return storing<compoundNode<Target, Family, T, T, Source>>(node, type);
             });
         }
         if (std::is_integral_v<T> && isInteger(source.type) && source.type <= DT_INT) {
-            Place place = placeOf<int>(node->right, depth);
-            return withPlace<int>(place, [&]<class Source>() {
-                return storing<compoundNode<Family, T, int, Source>>(node, type);
+            Stand stand = standOf<int>(node->right, depth);
+            return withStand<int>(stand, [&]<class Source>() {
+                return storing<compoundNode<Target, Family, T, int, Source>>(node, type);
             });
         }
         if (std::is_integral_v<T> && source.type == type)
-            return storing<compoundNode<Family, T, T, InTree<T>>>(node, type);
+            return storing<compoundNode<Target, Family, T, T, InTree<T>>>(node, type);
         return {};
     }
 }
 
+// A place is found once, where a chain finds it once to read and once to write.
+bool findsOnce(const ExprNode *node) {
+    return node->left->kind == NODE_VALUE || (isPure(node->left) && isPure(node->right));
+}
+
 template <class Family, bool integersAlone>
 DirectForm makeCompound(ExprNode *node, int depth) {
-    const TypeInfo *target = plainVariable(node->left);
-    if (!target || (integersAlone && !isInteger(target->dataType)))
+    if (!findsOnce(node))
         return {};
-    return withType(target->dataType, [&]<class T>() {
-        if constexpr (integersAlone && std::is_floating_point_v<T>)
+    return withTarget(node->left, depth, [&]<class Target>(int target) {
+        if (integersAlone && !isInteger(target))
             return DirectForm{};
-        else
-            return makeCompoundOf<Family, T>(node, depth);
+        return withType(target, [&]<class T>() {
+            if constexpr (integersAlone && std::is_floating_point_v<T>)
+                return DirectForm{};
+            else
+                return makeCompoundOf<Target, Family, T>(node, depth);
+        });
     });
 }
 
 template <int step, bool postfix>
-DirectForm makeIncrement(ExprNode *node, int) {
-    const TypeInfo *target = plainVariable(node->left);
-    if (!target)
+DirectForm makeIncrement(ExprNode *node, int depth) {
+    if (node->left->kind != NODE_VALUE && !isPure(node->left))
         return {};
-    return withType(target->dataType, [&]<class T>() {
-        return storing<incrementNode<T, step, postfix>>(node, Scalar<T>::type);
+    return withTarget(node->left, depth, [&]<class Target>(int type) {
+        return withType(type, [&]<class T>() {
+            return storing<incrementNode<Target, T, step, postfix>>(node, Scalar<T>::type);
+        });
     });
 }
 
@@ -392,6 +330,11 @@ constexpr Row rows[] = {
     {OP_CONDITIONAL, makeConditional},
     {OP_COMMA, makeComma},
     {OP_CAST, makeCast},
+    {OP_SUBSCRIPT, makeDirectPlaceRead},
+    {OP_SUBSCRIPT_POINTER, makeDirectPlaceRead},
+    {OP_MEMBER, makeDirectPlaceRead},
+    {OP_ARROW, makeDirectPlaceRead},
+    {OP_INDIRECTION, makeDirectPlaceRead},
     {OP_ASSIGN, makeAssign},
     {OP_ASSIGN_ADD, makeCompound<ArithmeticCompound<Add>, false>},
     {OP_ASSIGN_SUBTRACT, makeCompound<ArithmeticCompound<Subtract>, false>},
@@ -419,7 +362,9 @@ constexpr auto makers = [] {
     return table;
 }();
 
-DirectForm make(ExprNode *tree, int depth) {
+}  // namespace
+
+DirectForm makeDirectAt(ExprNode *tree, int depth) {
     if (!tree || depth > DEPTH_MAX)
         return {};
     if (tree->kind == NODE_VALUE)
@@ -429,11 +374,9 @@ DirectForm make(ExprNode *tree, int depth) {
     return maker ? maker(tree, depth + 1) : DirectForm{};
 }
 
-}  // namespace
-
 // ---- Uses ---------------------------------------------------------------------------------------
 
-DirectForm makeDirect(ExprNode *tree) { return makesDirect ? make(tree, 0) : DirectForm{}; }
+DirectForm makeDirect(ExprNode *tree) { return makesDirect ? makeDirectAt(tree, 0) : DirectForm{}; }
 
 ExprNode *directNode(ExprNode *tree) {
     bool isFree = !tree->fourth || tree->fourth->kind == NODE_BRANCHES;

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "expr/compoundFamilies.h"
-#include "expr/direct.h"
+#include "expr/directPlaces.h"
 #include "expr/scalarFamilies.h"
 #include "expr/scope.h"
 #include "numeric/assign.h"
@@ -85,19 +85,20 @@ inline VarCell *plainCell(const ExprNode *leaf, uint32_t type) {
     return cell && cell->type == type ? cell : nullptr;
 }
 
+// The number of a record that is released, 0 for none.
+template <class T>
+T numberOf(Value *value) {
+    T number = value ? Scalar<T>::read(value) : T{};
+    if (value)
+        deleteValue(value);
+    return number;
+}
+
 template <class T>
 T readVariable(const ExprNode *leaf) {
     const VarCell *cell = plainCell(leaf, Scalar<T>::type);
     return cell ? numberIn<T>(cell->data) : readOtherCell<T>(leaf);
 }
-template <class T>
-void storeVariable(const ExprNode *leaf, T number) {
-    if (VarCell *cell = plainCell(leaf, Scalar<T>::type)) [[likely]]
-        memcpy(&cell->data, &number, sizeof number);
-    else
-        storeInOtherCell(leaf, number);
-}
-
 // ---- Where an operand of type T stands ----------------------------------------------------------
 
 template <class T>
@@ -185,43 +186,101 @@ Register<To> castNode(ExprNode *node) {
     return numberIn<To>(value.payload);
 }
 
-// ---- Stores into a variable ---------------------------------------------------------------------
+// ---- Stores -------------------------------------------------------------------------------------
 
-template <class T, class Source>
+// Where a target's number of type T lies; find() gives NULL where the slow ways have to look.
+struct VariableTarget {
+    template <class T>
+    static void *find(ExprNode *leaf) {
+        VarCell *cell = plainCell(leaf, Scalar<T>::type);
+        return cell ? &cell->data : nullptr;
+    }
+    template <class T>
+    static T readSlowly(ExprNode *leaf) {
+        return readOtherCell<T>(leaf);
+    }
+    template <class T>
+    static void storeSlowly(ExprNode *leaf, T number) {
+        storeInOtherCell(leaf, number);
+    }
+};
+// An element, a member, what a pointer points to.
+struct PlaceTarget {
+    template <class T>
+    static void *find(ExprNode *target) {
+        return target->place(target);
+    }
+    template <class T>
+    static T readSlowly(ExprNode *target) {
+        return numberOf<T>(readPlaceSlowly(target));
+    }
+    template <class T>
+    static void storeSlowly(ExprNode *target, T number) {
+        storeInPlaceSlowly(target, valueOf(number));
+    }
+};
+
+template <class Target, class T>
+void store(ExprNode *target, T number) {
+    if (void *address = Target::template find<T>(target)) [[likely]]
+        memcpy(address, &number, sizeof number);
+    else
+        Target::storeSlowly(target, number);
+}
+
+// Replaces the number by what compute() makes of it, and gives that.
+template <class Target, class T, class Compute>
+T update(ExprNode *target, Compute compute) {
+    void *address = Target::template find<T>(target);
+    if (!address) [[unlikely]] {
+        T number = compute(Target::template readSlowly<T>(target));
+        Target::storeSlowly(target, number);
+        return number;
+    }
+    T number;
+    memcpy(&number, address, sizeof number);
+    number = compute(number);
+    memcpy(address, &number, sizeof number);
+    return number;
+}
+
+template <class Target, class T, class Source>
 Register<T> assignNode(ExprNode *node) {
     T number = Source::of(node->right);
-    storeVariable(node->left, number);
+    store<Target>(node->left, number);
     return number;
 }
 
 // A real number into an int; the store has rules of its own for what is no number.
-template <class Source>
+template <class Target>
 int64_t assignRealToInt(ExprNode *node) {
-    double number = Source::of(node->right);
+    double number = InTree<double>::of(node->right);
     if (std::isnan(number)) [[unlikely]]
-        storeInOtherCell(node->left, number);
+        Target::storeSlowly(node->left, number);
     else
-        storeVariable(node->left, truncateToInt32(number));
-    return readVariable<int>(node->left);
+        store<Target>(node->left, truncateToInt32(number));
+    return update<Target, int>(node->left, [](int stored) { return stored; });
 }
 
-// The variable and the other operand have types that the family's result, of the variable's type,
+// The target and the other operand have types that the family's result, of the target's type,
 // follows from.
-template <class Family, class T, class Operand, class Source>
+template <class Target, class Family, class T, class Operand, class Source>
 Register<T> compoundNode(ExprNode *node) {
     Value right = valueOf<Operand>(Source::of(node->right));
-    Value left = valueOf(readVariable<T>(node->left));
-    Family::run(&left, &left, &right);
-    T number = numberIn<T>(left.payload);
-    storeVariable(node->left, number);
-    return number;
+    return update<Target, T>(node->left, [&right](T number) {
+        Value left = valueOf(number);
+        Family::run(&left, &left, &right);
+        return numberIn<T>(left.payload);
+    });
 }
 
-template <class T, int step, bool postfix>
+template <class Target, class T, int step, bool postfix>
 Register<T> incrementNode(ExprNode *node) {
-    T old = readVariable<T>(node->left);
-    T fresh = step > 0 ? Add::of(old, T{1}) : Subtract::of(old, T{1});
-    storeVariable(node->left, fresh);
+    T old{};
+    T fresh = update<Target, T>(node->left, [&old](T number) {
+        old = number;
+        return step > 0 ? Add::of(number, T{1}) : Subtract::of(number, T{1});
+    });
     return postfix ? old : fresh;
 }
 

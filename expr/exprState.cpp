@@ -1,7 +1,7 @@
 // State of the expressions' room: the records, contexts and frames of the running program.
 
 #include "expr/context.h"
-#include "expr/direct.h"
+#include "expr/directPlaces.h"
 #include "expr/freeBlocks.h"
 #include "expr/recordPool.h"
 #include "expr/scope.h"
@@ -31,5 +31,6 @@ FreeBlocks freeFrames;
 FreeBlocks freeContexts;
 
 bool makesDirect = true;
+LostSubscripts lostSubscripts;
 
 }  // namespace zy

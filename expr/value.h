@@ -69,6 +69,7 @@ using NodeRoutine = void (*)(ExprNode *node);
 // Computes the number of a tree that needs no stack (expr/direct.h).
 using DirectInteger = int64_t (*)(ExprNode *tree);
 using DirectReal = double (*)(ExprNode *tree);
+using DirectPlace = void *(*)(ExprNode *target);  // where its number lies, or NULL
 
 struct ExprNode {
     ExprNode *next;  // the Value below on a stack; the next free record; the next node of a chain
@@ -77,6 +78,7 @@ struct ExprNode {
         NodeRoutine routine;    // of a threaded operator
         DirectInteger integer;  // of a direct tree, by its static type
         DirectReal real;
+        DirectPlace place;
     };
     uint32_t kind;  // NodeKind
     union {
