@@ -374,6 +374,22 @@ DirectForm makeDirectAt(ExprNode *tree, int depth) {
     return maker ? maker(tree, depth + 1) : DirectForm{};
 }
 
+VarCell *findLocalCell(ExprNode *leaf, int type) {
+    ScopeFrame *innermost = currentContext->frames, *frame = innermost;
+    auto level = static_cast<int>(leaf->count >> 16);
+    while (frame && frame->level > level)
+        frame = frame->outer;
+    if (!frame || frame->level != level)
+        return nullptr;
+    const SlotChunk *chunk = frame->chunks[leaf->count >> 8 & 0xFF];
+    VarCell *cell = chunk ? chunk->cells[leaf->count & 0xFF] : nullptr;
+    if (!cell || (type != ANY_TYPE && cell->type != static_cast<uint32_t>(type)))
+        return nullptr;
+    leaf->next = reinterpret_cast<ExprNode *>(cell);
+    leaf->frameKey = innermost->key;
+    return cell;
+}
+
 // ---- Uses ---------------------------------------------------------------------------------------
 
 DirectForm makeDirect(ExprNode *tree) { return makesDirect ? makeDirectAt(tree, 0) : DirectForm{}; }

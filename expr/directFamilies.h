@@ -68,21 +68,23 @@ inline uint32_t placeInFrames(const TypeInfo *symbol) {
     return level << 16 | symbol->index / SLOTS_PER_CHUNK << 8 | symbol->index % SLOTS_PER_CHUNK;
 }
 
-inline VarCell *localCell(uint32_t place) {
-    auto level = static_cast<int>(place >> 16);
-    const ScopeFrame *frame = currentContext->frames;
-    while (frame && frame->level > level)
-        frame = frame->outer;
-    if (!frame || frame->level != level) [[unlikely]]
-        return nullptr;
-    const SlotChunk *chunk = frame->chunks[place >> 8 & 0xFF];
-    return chunk ? chunk->cells[place & 0xFF] : nullptr;
+// A local variable's cell, NULL if there is none of that type (or of any). It is looked up once in
+// each frame: the leaf, which is in no chain, keeps it with the key of the innermost frame.
+constexpr int ANY_TYPE = -1;
+VarCell *findLocalCell(ExprNode *leaf, int type);
+
+inline VarCell *localCell(ExprNode *leaf, int type) {
+    if (currentContext->frames->key == leaf->frameKey) [[likely]]
+        return reinterpret_cast<VarCell *>(leaf->next);
+    return findLocalCell(leaf, type);
 }
 
 // The variable's cell if it is one of that type, NULL for what findVarCell() has to look at.
-inline VarCell *plainCell(const ExprNode *leaf, uint32_t type) {
-    VarCell *cell = leaf->count ? localCell(leaf->count) : leaf->payload.symbol->storageCell;
-    return cell && cell->type == type ? cell : nullptr;
+inline VarCell *plainCell(ExprNode *leaf, int type) {
+    if (leaf->count)
+        return localCell(leaf, type);
+    VarCell *cell = leaf->payload.symbol->storageCell;
+    return cell && cell->type == static_cast<uint32_t>(type) ? cell : nullptr;
 }
 
 // The number of a record that is released, 0 for none.
@@ -95,7 +97,7 @@ T numberOf(Value *value) {
 }
 
 template <class T>
-T readVariable(const ExprNode *leaf) {
+T readVariable(ExprNode *leaf) {
     const VarCell *cell = plainCell(leaf, Scalar<T>::type);
     return cell ? numberIn<T>(cell->data) : readOtherCell<T>(leaf);
 }

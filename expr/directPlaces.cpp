@@ -17,8 +17,8 @@ namespace zy {
 
 namespace {
 
-inline VarCell *anyCell(const ExprNode *leaf) {
-    VarCell *cell = leaf->count ? localCell(leaf->count) : leaf->payload.symbol->storageCell;
+inline VarCell *anyCell(ExprNode *leaf) {
+    VarCell *cell = leaf->count ? localCell(leaf, ANY_TYPE) : leaf->payload.symbol->storageCell;
     return cell && cell->type != DT_LINK ? cell : findVarCell(leaf->payload.symbol);
 }
 
@@ -68,7 +68,7 @@ template <class T, class Index>
 struct PointerPlace {
     static void *find(ExprNode *node) {
         int subscript = Index::of(node->right->item);
-        const ExprNode *leaf = node->left;
+        ExprNode *leaf = node->left;
         const VarCell *cell = anyCell(leaf);
         bool isPointer = cell->type == static_cast<uint32_t>(leaf->payload.symbol->dataType);
         if (!isPointer || isNullAddress(cell->data.p)) [[unlikely]]
@@ -81,7 +81,7 @@ struct PointerPlace {
 template <class T>
 struct TargetOfPointer {
     static void *find(ExprNode *node) {
-        const ExprNode *leaf = node->left;
+        ExprNode *leaf = node->left;
         const VarCell *cell = anyCell(leaf);
         bool isPointer = cell->type == static_cast<uint32_t>(leaf->payload.symbol->dataType);
         return isPointer && !isNullAddress(cell->data.p) ? cell->data.p : nullptr;
@@ -92,7 +92,7 @@ struct TargetOfPointer {
 template <class T>
 struct MemberPlace {
     static void *find(ExprNode *node) {
-        const ExprNode *leaf = node->left;
+        ExprNode *leaf = node->left;
         while (leaf->kind == NODE_OPERATOR)
             leaf = leaf->left;
         const VarCell *cell = anyCell(leaf);

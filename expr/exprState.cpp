@@ -29,6 +29,7 @@ FreeBlocks freeCells;
 FreeBlocks freeShapes;
 FreeBlocks freeFrames;
 FreeBlocks freeContexts;
+uint64_t frameKeys;
 
 bool makesDirect = true;
 LostSubscripts lostSubscripts;

@@ -80,6 +80,7 @@ ScopeFrame *newScopeFrame(void *owner, bool isFunction) {
     if (!frame)
         return nullptr;
     frame->outer = nullptr;
+    frame->key = frameKeys += uint64_t{1} << 16;
     frame->isFunction = isFunction;
     frame->level = levelOfOwner(owner, isFunction);
     frame->owner = owner;

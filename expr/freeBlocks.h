@@ -3,6 +3,7 @@
 // but for the first word.
 #pragma once
 
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -46,7 +47,8 @@ inline bool giveBlock(FreeBlocks &blocks, void *block) {
 extern FreeBlocks freeCells;   // VarCell
 extern FreeBlocks freeShapes;  // ShapeNode
 extern FreeBlocks freeFrames;  // ScopeFrame; each keeps its first chunk, which is empty
-extern FreeBlocks
-    freeContexts;  // ExecContext; each keeps its small buffer of phases, if it has one
+// ExecContext; each keeps its small buffer of phases, if it has one.
+extern FreeBlocks freeContexts;
+extern uint64_t frameKeys;  // the last one given out
 
 }  // namespace zy

@@ -143,6 +143,8 @@ void copyLeaf(ExprNode *copy) {
         copy->payload.text = copyString(copy->payload.text);
     else if (isTypeLeaf(copy))
         copy->payload.symbol = newTypeOnly(copy->payload.symbol);
+    else if (copy->type == DT_NAME)
+        copy->frameKey = 0;
 }
 
 ExprNode *copyRecord(const ExprNode *node, CopyWork &work) {

@@ -47,6 +47,7 @@ struct ScopeFrame {
     uint8_t isFunction;
     int16_t level;  // that of the owner, kept here for the walk along the frames
     void *owner;    // FuncInfo of a function frame, StmtNode of a block frame
+    uint64_t key;   // of this use of the record: no other frame ever has it; low 16 bits 0
 };
 
 // A member function being called or parsed. The bottom record has no `thisFormal`.

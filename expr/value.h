@@ -91,6 +91,7 @@ struct ExprNode {
             Payload2 payload2;
             union {
                 ShapeNode *shape;   // of arrays
+                uint64_t frameKey;  // of a direct leaf: the frame in which `next` is its cell
                 struct {            // of aggregates and pointers to them, and of leaves
                     uint8_t owned;  // 1: the object, of a DT_NAME leaf its type record, is released
                                     // with the Value; 2: made for a return
