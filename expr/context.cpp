@@ -69,11 +69,22 @@ ExecContext *newContext() {
     return context;
 }
 
+namespace {
+
+void releaseVarArgs(ExprNode *list) {
+    for (const ExprNode *cell = list; cell; cell = cell->next)
+        if (cell->item->type == DT_P_CHAR && cell->item->owned == VAR_ARG_TEXT)
+            cell->item->type = DT_STRING;
+    deleteNode(list);
+}
+
+}  // namespace
+
 void releaseContext(ExecContext *context) {
     unlinkContext(allContexts, &ExecContext::allNext, context);
     unlinkContext(readyQueue, &ExecContext::readyNext, context);
     releaseStack(context);
-    deleteNode(context->varArgs);
+    releaseVarArgs(context->varArgs);
     if (!giveBlock(freeContexts, context))
         freeContext(context);
 }

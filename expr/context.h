@@ -10,6 +10,9 @@ extern ExecContext *baseContext;
 extern ExecContext *allContexts;  // newest first
 extern ExecContext *readyQueue;   // those that wait for their turn
 
+// In `owned` of a pointer to char among the arguments of `...`: the text goes with the list.
+constexpr uint8_t VAR_ARG_TEXT = 3;
+
 // A context that inherits frames, level and priority from the current one. It doesn't become
 // current. NULL after a message if memory is exhausted.
 ExecContext *newContext();

@@ -178,8 +178,13 @@ ExprNode *collectVarArgs(ExprNode *actual) {
         if (!value)
             continue;
         Value *own = popped ? value : copyNode(value);
-        if (own->type == DT_STRING && popped && actual->item->kind == NODE_OPERATOR)
+        bool isTemporary = popped && actual->item->kind == NODE_OPERATOR;
+        if (own->type == DT_STRING && isTemporary) {
             own->type = DT_P_CHAR;
+            own->owned = VAR_ARG_TEXT;
+        } else if (own->type == DT_P_CHAR) {
+            own->owned = 0;
+        }
         appendListCell(list, own);
     }
     return list;
