@@ -57,6 +57,7 @@ void strtokOperator(ExprNode *node);
 void fgetsOperator(ExprNode *node);
 void getsOperator(ExprNode *node);
 void strxfrmOperator(ExprNode *node);
+void strftimeOperator(ExprNode *node);
 void memsetOperator(ExprNode *node);
 void memcpyOperator(ExprNode *node);
 void freadOperator(ExprNode *node);

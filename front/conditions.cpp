@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "expr/constants.h"
-#include "expr/evaluator.h"
+#include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/scope.h"
@@ -46,6 +46,8 @@ ExprNode *parseCondition() {
     addKeyword(KC_OPERATOR, DEFINED, DEFINED_CODE);
     ExprNode *tree = parseLineExpression();
     removeKeyword(DEFINED, nameHash(DEFINED), keywordTable);
+    if (tree && !errorFlag)
+        convertTree(tree, DT_INT);
     if (errorFlag) {
         deleteNode(tree);
         tree = nullptr;

@@ -29,6 +29,15 @@ void pushAddress(int code, const void *address) {
     result->payload.p = const_cast<void *>(address);
 }
 
+void pushInteger(int code, long long number) {
+    switch (resultTypeOf(code)) {
+        case DT_UINT: pushScalar(static_cast<unsigned>(number)); break;
+        case DT_LLONG: pushScalar(number); break;
+        case DT_ULLONG: pushScalar(static_cast<unsigned long long>(number)); break;
+        default: pushScalar(static_cast<int>(number));
+    }
+}
+
 // ---- Characters ---------------------------------------------------------------------------------
 
 int isAscii(int c) { return c >= 0 && c <= 127; }
@@ -141,11 +150,60 @@ int renameFile(const char *from, const char *to) { return from && to ? rename(fr
 // Up to the constant _RAND_MAX.
 int randomNumber() { return rand() & 32767; }
 
-int currentTime(void *place) {
+// A script's time_t is an int.
+int currentTime(int *place) {
     auto now = static_cast<int>(time(nullptr));
     if (place)
-        memcpy(place, &now, sizeof now);
+        *place = now;
     return now;
+}
+
+namespace {
+
+// A script's struct tm is what the C library's begins with.
+constexpr size_t BROKEN_TIME_SIZE = 9 * sizeof(int);
+static_assert(offsetof(tm, tm_sec) == 0 &&
+              offsetof(tm, tm_isdst) + sizeof(int) == BROKEN_TIME_SIZE);
+
+tm brokenTime(const void *broken) {
+    tm copy{};
+    if (broken)
+        memcpy(&copy, broken, BROKEN_TIME_SIZE);
+    return copy;
+}
+
+}  // namespace
+
+void *utcTime(int *seconds) {
+    time_t time = seconds ? *seconds : 0;
+    return seconds ? gmtime(&time) : nullptr;
+}
+void *localTime(int *seconds) {
+    time_t time = seconds ? *seconds : 0;
+    return seconds ? localtime(&time) : nullptr;
+}
+
+// The fields come back in their ranges.
+int makeTime(void *broken) {
+    tm copy = brokenTime(broken);
+    auto seconds = static_cast<int>(mktime(&copy));
+    if (broken)
+        memcpy(broken, &copy, BROKEN_TIME_SIZE);
+    return seconds;
+}
+
+char *brokenTimeText(void *broken) {
+    tm copy = brokenTime(broken);
+    return broken ? asctime(&copy) : nullptr;
+}
+char *timeText(int *seconds) {
+    time_t time = seconds ? *seconds : 0;
+    return seconds ? ctime(&time) : nullptr;
+}
+
+size_t formatTime(char *dest, size_t size, const char *format, const void *broken) {
+    tm copy = brokenTime(broken);
+    return dest && format && broken ? strftime(dest, size, format, &copy) : 0;
 }
 
 int processorTime() { return static_cast<int>(clock()); }

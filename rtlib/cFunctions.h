@@ -56,7 +56,13 @@ int renameFile(const char *from, const char *to);
 
 // Numbers and time.
 int randomNumber();
-int currentTime(void *place);
+int currentTime(int *place);
+void *utcTime(int *seconds);
+void *localTime(int *seconds);
+int makeTime(void *broken);
+char *brokenTimeText(void *broken);
+char *timeText(int *seconds);
+size_t formatTime(char *dest, size_t size, const char *format, const void *broken);
 int processorTime();
 
 }  // namespace zy

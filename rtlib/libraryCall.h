@@ -29,6 +29,18 @@ T argumentOf(const Value *value) {
 }
 
 void pushAddress(int code, const void *address);
+// In the type that the code gives.
+void pushInteger(int code, long long number);
+
+template <class Result>
+void pushResult(int code, Result result) {
+    if constexpr (std::is_pointer_v<Result>)
+        pushAddress(code, result);
+    else if constexpr (std::is_integral_v<Result>)
+        pushInteger(code, result);
+    else
+        pushScalar(result);
+}
 
 template <auto function>
 struct LibraryCall;
@@ -42,17 +54,9 @@ struct LibraryCall<function> {
         Operand operands[] = {Operand(fields[index], Operand::CONTENTS)...};
         if (!(static_cast<bool>(operands[index]) && ...))
             return;
-        if constexpr (std::is_pointer_v<Result>)
-            pushAddress(node->op, function(argumentOf<Parameters>(operands[index].get())...));
-        else
-            pushScalar(function(argumentOf<Parameters>(operands[index].get())...));
+        pushResult(node->op, function(argumentOf<Parameters>(operands[index].get())...));
     }
-    static void run(ExprNode *node, std::index_sequence<>) {
-        if constexpr (std::is_pointer_v<Result>)
-            pushAddress(node->op, function());
-        else
-            pushScalar(function());
-    }
+    static void run(ExprNode *node, std::index_sequence<>) { pushResult(node->op, function()); }
 };
 
 template <auto function>

@@ -80,7 +80,7 @@ void transferBlock(ExprNode *node) {
     }
     void *memory = addressIn(block.get());
     auto *stream = static_cast<FILE *>(addressIn(file.get()));
-    pushScalar(memory && stream ? transfer(memory, size, count, stream) : -1);
+    pushInteger(node->op, memory && stream ? transfer(memory, size, count, stream) : -1);
 }
 
 int readBlock(void *memory, uint64_t size, uint64_t count, FILE *stream) {

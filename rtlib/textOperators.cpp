@@ -16,6 +16,7 @@
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
+#include "rtlib/cFunctions.h"
 #include "rtlib/libraryCall.h"
 #include "rtlib/textState.h"
 
@@ -354,13 +355,37 @@ void strxfrmOperator(ExprNode *node) {
     const char *source = text ? text : "";
     size_t n = readUnsigned64(number.get());
     if (to->type != DT_STRING) {
-        pushScalar(static_cast<int>(transformInto(to.get(), source, n)));
+        pushInteger(node->op, static_cast<int>(transformInto(to.get(), source, n)));
         return;
     }
     size_t needed = strxfrm(nullptr, source, 0);
     std::string block(std::min(n, needed) + 1, '\0');
-    pushScalar(static_cast<int>(strxfrm(block.data(), source, block.size())));
+    pushInteger(node->op, static_cast<int>(strxfrm(block.data(), source, block.size())));
     assignText(node->left, block.c_str());
+}
+
+// ---- Times --------------------------------------------------------------------------------------
+
+void strftimeOperator(ExprNode *node) {
+    Operand to(node->left, Operand::CONTENTS), size(node->right);
+    Operand format(node->third, Operand::CONTENTS), time(node->fourth, Operand::CONTENTS);
+    if (!to || !size || !format || !time)
+        return;
+    size_t room = readUnsigned64(size.get());
+    if (to->type == DT_CARRAY && to->count < room) {
+        runError("memory of str in strftime(str,maxsize,format,time) is less than maxsize");
+        room = to->count;
+    }
+    bool isString = to->type == DT_STRING;
+    constexpr size_t most = 65536;  // no format makes more
+    std::string block(isString ? std::min(room, most) : 0, '\0');
+    auto *memory = isString ? block.data() : static_cast<char *>(addressIn(to.get()));
+    size_t length =
+        formatTime(memory, isString ? block.size() : room,
+                   static_cast<const char *>(addressIn(format.get())), addressIn(time.get()));
+    pushInteger(node->op, static_cast<int>(length));
+    if (isString && isLvalue(node->left, true) == LVALUE_YES)
+        assignText(node->left, block.c_str());
 }
 
 void fgetsOperator(ExprNode *node) {
