@@ -106,7 +106,9 @@ bool constructorTakesArguments(const TypeInfo *info) {
     const TypeInfo *constructor = aggregate ? aggregate->constructor : nullptr;
     const FuncInfo *function = constructor ? constructor->functionLink : nullptr;
     // The first formal is the object.
-    return function && function->parameters && function->parameters->next;
+    const TypeInfo *formal =
+        function && function->parameters ? function->parameters->next : nullptr;
+    return formal && formal->dataType != DT_VOID;
 }
 
 }  // namespace

@@ -53,7 +53,16 @@ bool leadsThroughConst(const ExprNode *tree) {
     return variable && (variable->qualifiers & QUALIFIER_CONST);
 }
 
+// An element of an array that nothing keeps: a store would be lost, and an address outlive it.
+bool isOfTemporaryArray(const ExprNode *tree) {
+    const ExprNode *array = tree->left;
+    return isSubscript(tree->op) && isOperator(array) && !isMember(array->op) &&
+           treeType(array) == DT_ARRAY;
+}
+
 LvalueAnswer partAnswer(const ExprNode *tree, bool forAssign) {
+    if (isOfTemporaryArray(tree))
+        return LVALUE_NOT;
     if (forAssign && !atDeclaration() && leadsThroughConst(tree))
         return constAnswer(true);
     return LVALUE_YES;
