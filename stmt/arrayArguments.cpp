@@ -202,6 +202,20 @@ Value *pointerResult(const FuncInfo *function, Value *value) {
 
 }  // namespace
 
+void takeLocalArray(const FuncInfo *function, TypeInfo *variable, Value *value) {
+    bool isLocal = variable->kind == KIND_ARRAY && !variable->storageCell &&
+                   variable->level > function->parameterLevel;
+    VarCell *cell = isLocal ? findVarCellLink(variable) : nullptr;
+    bool isTaken = cell && cell->type == DT_ARRAY && cell->data.p && value->type == DT_ARRAY &&
+                   cell->data.p == value->payload.p && value->ownership == ARRAY_VIEW;
+    if (!isTaken)
+        return;
+    value->ownership = ARRAY_OWNED;
+    cell->data.p = nullptr;
+    cell->shape = nullptr;
+    cell->count = 0;
+}
+
 Value *arrayReturnValue(const FuncInfo *function, Value *value) {
     bool isPointer = function->returnKind == KIND_P_C_ARRAY || function->returnKind == KIND_P_ARRAY;
     return isPointer ? pointerResult(function, value) : arrayResult(function, value);

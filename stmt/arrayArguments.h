@@ -26,6 +26,9 @@ inline bool returnsArray(const FuncInfo *function) {
     return function->returnKind == KIND_ARRAY || function->returnKind == KIND_ASSUMED_ARRAY ||
            function->returnKind == KIND_P_C_ARRAY || function->returnKind == KIND_P_ARRAY;
 }
+// Of a return of a local variable of its own, whose scope ends with the return: the variable's
+// elements become those of the Value that was read from it, without a copy.
+void takeLocalArray(const FuncInfo *function, TypeInfo *variable, Value *value);
 // What the function gives for the value of its return statement, which is taken; NULL for none. It
 // outlives the function's variables. NULL after a message for a shape that nothing tells.
 Value *arrayReturnValue(const FuncInfo *function, Value *value);

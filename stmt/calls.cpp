@@ -313,8 +313,11 @@ Value *operandOfReturn(ExprNode *tree) {
 // The same converted to what the function gives.
 Value *returnedValue(ExprNode *tree, const FuncInfo *function) {
     Value *value = operandOfReturn(tree);
-    if (returnsArray(function))
+    if (returnsArray(function)) {
+        if (TypeInfo *variable = value ? variableOf(tree) : nullptr)
+            takeLocalArray(function, variable, value);
         return arrayReturnValue(function, value);
+    }
     int returnType = function->returnType;
     if (!value)
         return nullptr;
