@@ -7,9 +7,14 @@
 
 namespace zy {
 
-using ArrayEntry = Value *(*)(Value *left, Value *right, int code);
 void runArrayUnary(ExprNode *node, ArrayEntry entry);
 void runArrayBinary(ExprNode *node, ArrayEntry entry);
+
+// The topmost of nested element-wise operators, and an assignment of such an expression to a
+// variable, which the chain runs with the leaves of the expression alone (expr/elementwise.cpp).
+void elementwiseOperator(ExprNode *node);
+void elementwiseAssignment(ExprNode *node);
+bool isElementwiseAssignment(const ExprNode *node);
 
 // `a op= b` and the increments, on arrays as wholes.
 void arrayCompoundAssignment(ExprNode *node);

@@ -154,6 +154,8 @@ void assignOperator(ExprNode *node) {
     bool constant = standsInPlace(node->right);
     if (isPlainTarget(node->left) && isReal(treeType(node->right)))
         node->routine = constant ? assignPlainConstant : assignPlain;
+    else if (isElementwiseAssignment(node))
+        node->routine = elementwiseAssignment;
     else if (variableOf(node->left) && isComputational(treeType(node->left)))
         node->routine = assignArray;
     else if (NodeRoutine routine = elementAssignRoutine(node))

@@ -13,6 +13,7 @@
 
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
+#include "expr/arrayRoutines.h"
 #include "expr/direct.h"
 #include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
@@ -20,6 +21,7 @@
 #include "expr/routineChoice.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
+#include "numeric/elementProgram.h"
 #include "numeric/subscripts.h"
 
 namespace zy {
@@ -67,12 +69,16 @@ using Threading = void (*)(ChainBuilder &chain, ExprNode *node);
 // ---- The plain orders
 // ----------------------------------------------------------------------------
 
-void threadAll(ChainBuilder &chain, ExprNode *node) {
-    chain.emit(node);
+void threadOperands(ChainBuilder &chain, ExprNode *node) {
     chain.read(node->left);
     chain.read(node->right);
     chain.read(node->third);
     chain.read(node->fourth);
+}
+
+void threadAll(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    threadOperands(chain, node);
 }
 
 void threadAlone(ChainBuilder &chain, ExprNode *node) { chain.emit(node); }
@@ -197,7 +203,29 @@ const ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
     return field;
 }
 
+void readLeaves(ChainBuilder &chain, ExprNode *expression) {
+    ProgramLeaves leaves;
+    collectLeaves(expression, leaves);
+    for (int i = 0; i < leaves.count; i++)
+        chain.read(leaves.nodes[i]);
+}
+
+// Element-wise operators on arrays run as one: those between the topmost and the leaves don't stand
+// in the chain.
+void threadElementwise(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    if (isElementwise(node->op))
+        readLeaves(chain, node);
+    else
+        threadOperands(chain, node);
+}
+
 void threadAssign(ChainBuilder &chain, ExprNode *node) {
+    if (isElementwiseAssignment(node)) {
+        chain.emit(node);
+        readLeaves(chain, node->right);
+        return;
+    }
     chain.emit(node);
     chain.target(node->left);
     chain.read(node->right);
@@ -348,6 +376,7 @@ constexpr ThreadRow threadRows[] = {
     {OP_PRINT_LIST, OP_PRINT_LIST, threadPrint},
     {OP_CAST, OP_CAST, threadCast},
     {OP_NEW, OP_NEW, threadNew},
+    {OP_NEGATE_ARRAY, OP_ARRAYS_SUBTRACT, threadElementwise},
     {OP_ASSIGN, OP_ASSIGN, threadAssign},
     {OP_ASSIGN_ADD, OP_ASSIGN_SHIFT_RIGHT, threadCompound},
     {OP_STREVAL, OP_STREVAL, threadLeft},

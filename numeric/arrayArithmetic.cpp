@@ -28,6 +28,20 @@ size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(element
 
 // ---- Arithmetic ---------------------------------------------------------------------------------
 
+int arraysCodeOf(int code) {
+    switch (code) {
+        case OP_ARRAY_ADD_SCALAR:
+        case OP_SCALAR_ADD_ARRAY: return OP_ARRAYS_ADD;
+        case OP_ARRAY_SUBTRACT_SCALAR:
+        case OP_SCALAR_SUBTRACT_ARRAY: return OP_ARRAYS_SUBTRACT;
+        case OP_ARRAY_MULTIPLY_SCALAR:
+        case OP_SCALAR_MULTIPLY_ARRAY: return OP_ELEMENT_MULTIPLY;
+        case OP_ARRAY_DIVIDE_SCALAR:
+        case OP_SCALAR_DIVIDE_ARRAY: return OP_ELEMENT_DIVIDE;
+        default: return code;
+    }
+}
+
 namespace {
 
 void reportNullArray() { runError("NULL array for array operation"); }
@@ -55,19 +69,6 @@ void reportDimensions(int arraysCode) {
     }
 }
 
-// The operator on two arrays that computes what one with a scalar does.
-int arraysCodeOf(int code) {
-    switch (code) {
-        case OP_ARRAY_ADD_SCALAR:
-        case OP_SCALAR_ADD_ARRAY: return OP_ARRAYS_ADD;
-        case OP_ARRAY_SUBTRACT_SCALAR:
-        case OP_SCALAR_SUBTRACT_ARRAY: return OP_ARRAYS_SUBTRACT;
-        case OP_ARRAY_MULTIPLY_SCALAR:
-        case OP_SCALAR_MULTIPLY_ARRAY: return OP_ELEMENT_MULTIPLY;
-        default: return OP_ELEMENT_DIVIDE;
-    }
-}
-
 Value *computeWithScalar(Value *arrayValue, const Value *scalar, int code, OperandForm form) {
     ArrayOperand array(arrayValue);
     int arraysCode = arraysCodeOf(code), scalarType = static_cast<int>(scalar->type);
@@ -84,7 +85,7 @@ Value *computeWithScalar(Value *arrayValue, const Value *scalar, int code, Opera
     ScalarElement element(scalar, type);
     ElementSource elements = sourceOf(array, type);
     ElementStep step{arithmeticKernel(arraysCode, type, form), bytesOf(type), elements,
-                     element.source()};
+                     element.source(), false};
     if (form == SCALAR_ARRAY)
         std::swap(step.left, step.right);
     runInto(result, step);
@@ -115,7 +116,7 @@ Value *arrayArrayOp(Value *leftValue, Value *rightValue, int code) {
     ArrayResult result(pair.model(), &pair.other(), type, pair.count());
     if (result)
         runInto(result, {arithmeticKernel(code, type, ARRAY_ARRAY), bytesOf(type),
-                         sourceOf(pair.left, type), sourceOf(pair.right, type)});
+                         sourceOf(pair.left, type), sourceOf(pair.right, type), false});
     return result.get();
 }
 
@@ -143,7 +144,7 @@ Value *compareWithScalar(Value *arrayValue, const Value *scalar, int index, Oper
         return nullptr;
     ScalarElement element(scalar, type);
     ElementStep step{comparisonKernel(OP_ARRAYS_OR + index, type, form), sizeof(int),
-                     sourceOf(array, type), element.source()};
+                     sourceOf(array, type), element.source(), false};
     if (form == SCALAR_ARRAY)
         std::swap(step.left, step.right);
     runInto(result, step);
@@ -174,8 +175,28 @@ Value *arrayCompareArray(Value *leftValue, Value *rightValue, int code) {
     ArrayResult result(pair.model(), &pair.other(), DT_INT, pair.count());
     if (result)
         runInto(result, {comparisonKernel(code, type, ARRAY_ARRAY), sizeof(int),
-                         sourceOf(pair.left, type), sourceOf(pair.right, type)});
+                         sourceOf(pair.left, type), sourceOf(pair.right, type), false});
     return result.get();
+}
+
+ArrayEntry elementwiseEntry(int code) {
+    switch (code) {
+        case OP_NEGATE_ARRAY: return arrayNegate;
+        case OP_ARRAY_ADD_SCALAR:
+        case OP_ARRAY_SUBTRACT_SCALAR:
+        case OP_ARRAY_MULTIPLY_SCALAR:
+        case OP_ARRAY_DIVIDE_SCALAR: return arrayScalarOp;
+        case OP_SCALAR_ADD_ARRAY:
+        case OP_SCALAR_SUBTRACT_ARRAY:
+        case OP_SCALAR_MULTIPLY_ARRAY:
+        case OP_SCALAR_DIVIDE_ARRAY: return scalarArrayOp;
+        case OP_ARRAYS_ADD:
+        case OP_ARRAYS_SUBTRACT:
+        case OP_ELEMENT_MULTIPLY:
+        case OP_ELEMENT_DIVIDE:
+        case OP_ARRAYS_POWER: return arrayArrayOp;
+        default: return arrayMathFunction;
+    }
 }
 
 // ---- Compound assignments -----------------------------------------------------------------------

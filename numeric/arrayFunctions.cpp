@@ -75,6 +75,8 @@ size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(element
 
 }  // namespace
 
+ElementKernel functionKernel(int code, int elementType) { return (*kernelsFor(code))[elementType]; }
+
 Value *arrayMathFunction(Value *value, Value *, int code) {
     ArrayOperand array(value);
     if (!array.isNumeric())
@@ -86,7 +88,8 @@ Value *arrayMathFunction(Value *value, Value *, int code) {
         return nullptr;
     }
     if (array.isNumeric())
-        runInto(result, {(*kernelsFor(code))[type], bytesOf(type), sourceOf(array, type), {}});
+        runInto(result,
+                {(*kernelsFor(code))[type], bytesOf(type), sourceOf(array, type), {}, false});
     else
         result.clear();
     return result.get();
@@ -120,7 +123,7 @@ Value *arrayAtan2(Value *leftValue, Value *rightValue, int) {
         result.clear();
     else
         runInto(result, {atan2Kernels[type], bytesOf(type), sourceOf(pair.left, type),
-                         sourceOf(pair.right, type)});
+                         sourceOf(pair.right, type), false});
     return result.get();
 }
 

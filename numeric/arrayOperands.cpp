@@ -15,27 +15,58 @@ namespace zy {
 namespace {
 
 // Elements of a block: two operands and the result of the widest type stay in the nearest cache.
-constexpr size_t BLOCK = 512;
+constexpr size_t BLOCK = 256;
 constexpr size_t WIDEST = sizeof(Complex<double>);
+
+class Block {
+public:
+    Block(size_t begin, size_t count) : begin(begin), count(count) {}
+    // Elements of a source in the kernel's type, in the buffer if they aren't so where they lie.
+    const void *read(const ElementSource &source, void *buffer) const {
+        if (source.step && !source.convert) {
+            compute(*source.step, buffer);
+            return buffer;
+        }
+        if (source.step)
+            return readConverted(source, buffer);
+        const char *from = static_cast<const char *>(source.data) + begin * source.stride;
+        if (!source.convert)
+            return from;
+        source.convert(buffer, from, count);
+        return buffer;
+    }
+    void compute(ElementStep &step, void *to) const {
+        alignas(64) unsigned char left[BLOCK * WIDEST], right[BLOCK * WIDEST];
+        const void *first = read(step.left, left), *second = read(step.right, right);
+        step.dividedByZero |= step.kernel(to, first, second, count);
+    }
+
+private:
+    [[gnu::noinline]] const void *readConverted(const ElementSource &source, void *buffer) const {
+        alignas(64) unsigned char computed[BLOCK * WIDEST];
+        compute(*source.step, computed);
+        source.convert(buffer, computed, count);
+        return buffer;
+    }
+
+    size_t begin, count;
+};
 
 }  // namespace
 
-bool runStep(const ElementStep &step, void *to, size_t count) {
-    if (!step.left.convert && !step.right.convert)
-        return step.kernel(to, step.left.data, step.right.data, count);
-    alignas(64) unsigned char left[BLOCK * WIDEST], right[BLOCK * WIDEST];
-    bool byZero = false;
-    for (size_t begin = 0; begin < count; begin += BLOCK) {
-        size_t length = std::min(BLOCK, count - begin);
-        byZero |= step.kernel(static_cast<char *>(to) + begin * step.resultBytes,
-                              step.left.block(begin, length, left),
-                              step.right.block(begin, length, right), length);
+void runStep(ElementStep &step, void *to, size_t count) {
+    if (step.left.isPlain() && step.right.isPlain()) {
+        step.dividedByZero |= step.kernel(to, step.left.data, step.right.data, count);
+        return;
     }
-    return byZero;
+    for (size_t begin = 0; begin < count; begin += BLOCK)
+        Block(begin, std::min(BLOCK, count - begin))
+            .compute(step, static_cast<char *>(to) + begin * step.resultBytes);
 }
 
-void runInto(const ArrayResult &result, const ElementStep &step) {
-    if (runStep(step, result.elements(), result.count()))
+void runInto(const ArrayResult &result, ElementStep step) {
+    runStep(step, result.elements(), result.count());
+    if (step.dividedByZero)
         runWarning("integer divide by zero ");
 }
 
@@ -61,7 +92,7 @@ int commonType(int left, int right) { return std::max({left, right, static_cast<
 ElementSource sourceOf(const ArrayOperand &operand, int kernelType) {
     bool same = operand.elementType == kernelType;
     return {operand.data, same ? nullptr : conversionKernel(kernelType, operand.elementType),
-            static_cast<size_t>(elementSize(operand.elementType))};
+            static_cast<size_t>(elementSize(operand.elementType)), nullptr};
 }
 
 // ---- Pairs of operands --------------------------------------------------------------------------

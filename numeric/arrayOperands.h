@@ -56,7 +56,7 @@ private:
 class ScalarElement {
 public:
     ScalarElement(const Value *value, int kernelType);
-    ElementSource source() const { return {bytes, nullptr, 0}; }
+    ElementSource source() const { return {bytes, nullptr, 0, nullptr}; }
 
 private:
     alignas(16) unsigned char bytes[16];
@@ -90,7 +90,7 @@ private:
 };
 
 // Runs a step into the result; warns if an integer was divided by zero.
-void runInto(const ArrayResult &result, const ElementStep &step);
+void runInto(const ArrayResult &result, ElementStep step);
 
 // A NULL array where elements are needed: the text has the status of a warning.
 void reportNullOperand(const char *operatorText);

@@ -25,6 +25,10 @@ Value *scalarCompareArray(Value *scalar, Value *array, int code);
 Value *arrayCompareArray(Value *left, Value *right, int code);
 Value *arrayAtan2(Value *left, Value *right, int code);
 
+// The entry of an operator of an element-wise expression.
+using ArrayEntry = Value *(*)(Value *left, Value *right, int code);
+ArrayEntry elementwiseEntry(int code);
+
 // A product of arrays: a scalar, or an array by the ranks of the operands.
 Value *arrayDotProduct(Value *left, Value *right, int code);
 Value *arrayProduct(Value *left, Value *right, int code);

@@ -137,7 +137,8 @@ Value *mapArray(const ArrayOperand &array, const KernelTable &kernels, int resul
     ElementStep step{array.isNumeric() ? kernels[array.elementType] : nullptr,
                      static_cast<size_t>(elementSize(resultType)),
                      sourceOf(array, array.elementType),
-                     {}};
+                     {},
+                     false};
     if (step.kernel)
         runInto(result, step);
     else
@@ -146,6 +147,10 @@ Value *mapArray(const ArrayOperand &array, const KernelTable &kernels, int resul
 }
 
 }  // namespace
+
+ElementKernel negationKernel(int elementType) {
+    return isElementType(elementType) ? kernelsOf<NegateElement>[elementType] : nullptr;
+}
 
 // ---- Entries ------------------------------------------------------------------------------------
 

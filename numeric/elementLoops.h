@@ -17,28 +17,24 @@ using ElementKernel = bool (*)(void *to, const void *left, const void *right, si
 // Which operands are arrays.
 enum OperandForm { ARRAY_ARRAY, ARRAY_SCALAR, SCALAR_ARRAY, OPERAND_FORMS };
 
+struct ElementStep;
 struct ElementSource {
     const void *data = nullptr;       // the elements, or a scalar of the kernel's type
     ConvertKernel convert = nullptr;  // from the element type to the kernel's
     size_t stride = 0;                // bytes of an element; 0 for a scalar
-    // Elements from `begin` on in the kernel's type, in the buffer if they have to be converted.
-    const void *block(size_t begin, size_t count, void *buffer) const {
-        const char *from = static_cast<const char *>(data) + begin * stride;
-        if (!convert)
-            return from;
-        convert(buffer, from, count);
-        return buffer;
-    }
+    ElementStep *step = nullptr;      // in place of data: what another step computes
+    bool isPlain() const { return !convert && !step; }
 };
 
 struct ElementStep {
     ElementKernel kernel = nullptr;
     size_t resultBytes = 0;  // of an element
     ElementSource left, right;
+    bool dividedByZero = false;
 };
 
-// Runs a step over all elements. True if an integer was divided by zero.
-bool runStep(const ElementStep &step, void *to, size_t count);
+// Runs a step, and those that it depends on, over all elements; they note divisions by zero.
+void runStep(ElementStep &step, void *to, size_t count);
 
 // ---- The loop of all kernels --------------------------------------------------------------------
 
@@ -79,8 +75,14 @@ bool mapElements(void *to, const void *from, const void *, size_t count) {
 
 // ---- The tables ---------------------------------------------------------------------------------
 
+// The operator on two arrays that computes what one of an array and a scalar does; others are
+// themselves.
+int arraysCodeOf(int code);
 // NULL for an element type that isn't computed in: the integers below int, and what is no number.
 ElementKernel arithmeticKernel(int arraysCode, int elementType, OperandForm form);
 ElementKernel comparisonKernel(int arraysCode, int elementType, OperandForm form);
+// Of the sign, for each element type; of a mathematical function, from float on.
+ElementKernel negationKernel(int elementType);
+ElementKernel functionKernel(int code, int elementType);
 
 }  // namespace zy
