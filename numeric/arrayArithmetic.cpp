@@ -125,15 +125,31 @@ Value *arrayArrayOp(Value *leftValue, Value *rightValue, int code) {
 namespace {
 
 // By code from the first of a family on; the families have one order.
-constexpr const char *comparisonTexts[] = {"operator ||", "operator ^^", "operator &&",
-                                           "operator <",  "operator <=", "operator ==",
-                                           "operator >=", "operator >",  "operator !="};
+constexpr const char *nullOperandTexts[] = {
+    "NULL computational array as operand for array operator ||",
+    "NULL computational array as operand for array operator ^^",
+    "NULL computational array as operand for array operator &&",
+    "NULL computational array as operand for array operator <",
+    "NULL computational array as operand for array operator <=",
+    "NULL computational array as operand for array operator ==",
+    "NULL computational array as operand for array operator >=",
+    "NULL computational array as operand for array operator >",
+    "NULL computational array as operand for array operator !=",
+};
+
+// The text of an error with the status of a warning.
+void reportNullOperand(int index) {
+    auto status = runStatus;
+    runError("%s", nullOperandTexts[index]);
+    runStatus = status;
+    noteRunWarning();
+}
 
 // Real elements compare with a scalar as double, pairs in their own type.
 Value *compareWithScalar(Value *arrayValue, const Value *scalar, int index, OperandForm form) {
     ArrayOperand array(arrayValue);
     if (array.isNull())
-        reportNullOperand(comparisonTexts[index]);
+        reportNullOperand(index);
     else if (!array.isNumeric())
         runWarning("unsupported data type for array operation");
     if (!array.isNumeric())

@@ -198,11 +198,4 @@ void ArrayResult::clear() {
     memset(elements(), 0, size_t{count()} * elementSize(result->payload2.elementType));
 }
 
-void reportNullOperand(const char *operatorText) {
-    int status = runStatus;
-    runError("NULL computational array as operand for array %s", operatorText);
-    runStatus = status;
-    noteRunWarning();
-}
-
 }  // namespace zy

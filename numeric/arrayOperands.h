@@ -92,7 +92,4 @@ private:
 // Runs a step into the result; warns if an integer was divided by zero.
 void runInto(const ArrayResult &result, ElementStep step);
 
-// A NULL array where elements are needed: the text has the status of a warning.
-void reportNullOperand(const char *operatorText);
-
 }  // namespace zy

@@ -187,10 +187,14 @@ Value *arrayComplexPart(Value *value, Value *, int code) {
         runWarning("unsupported array data type for conjugate(array) function");
     else if (!array.isNumeric())
         runWarning("unsupported array data type for real(array) function");
-    if (conjugates)
-        return mapArray(array, kernelsOf<Conjugate>, conjugateType(array.elementType));
-    return mapArray(array, code == OP_REAL_ARRAY ? kernelsOf<RealPart> : kernelsOf<ImaginaryPart>,
-                    partType(array.elementType));
+    int type = conjugates ? conjugateType(array.elementType) : partType(array.elementType);
+    const KernelTable &kernels = conjugates              ? kernelsOf<Conjugate>
+                                 : code == OP_REAL_ARRAY ? kernelsOf<RealPart>
+                                                         : kernelsOf<ImaginaryPart>;
+    Value *result = mapArray(array, kernels, type);
+    if (!result)
+        runError("no memory for array allocation for real(), imag() or conjugate() array function");
+    return result;
 }
 
 }  // namespace zy
