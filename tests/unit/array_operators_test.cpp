@@ -356,6 +356,56 @@ TEST_F(ArrayOperatorsTest, SpecialValuesBecomeIntegers) {
     }
 }
 
+// Column-major arrays, which no declaration of a script can make: a matrix of 2 by 3 whose elements
+// tell their place, in either order.
+Value *matrixOf(bool columnOrder, int rows, int columns) {
+    ShapeList shape = newShapeNode(0, rows);
+    shape->next = newShapeNode(0, columns);
+    if (columnOrder)
+        setFortranStrides(shape);
+    else
+        setRowStrides(shape);
+    Value *matrix = newArrayValue(DT_DOUBLE, shape);
+    auto *elements = static_cast<double *>(matrix->payload.p);
+    for (int row = 0; row < rows; row++)
+        for (int column = 0; column < columns; column++)
+            elements[columnOrder ? column * rows + row : row * columns + column] =
+                10 * row + column;
+    return matrix;
+}
+
+void expectElements(Value *matrix, bool columnOrder, const std::vector<double> &elements) {
+    EXPECT_EQ(isFortranOrdered(matrix->shape), columnOrder);
+    auto *found = static_cast<const double *>(matrix->payload.p);
+    EXPECT_EQ(std::vector<double>(found, found + matrix->count), elements);
+    deleteValue(matrix);
+}
+
+TEST_F(ArrayOperatorsTest, OrdersOfElements) {
+    // Sums: by rows unless both are by columns.
+    expectElements(run(arrayArrayOp, matrixOf(false, 2, 3), matrixOf(true, 2, 3), OP_ARRAYS_ADD),
+                   false, {0, 2, 4, 20, 22, 24});
+    expectElements(run(arrayArrayOp, matrixOf(true, 2, 3), matrixOf(false, 2, 3), OP_ARRAYS_ADD),
+                   false, {0, 2, 4, 20, 22, 24});
+    expectElements(run(arrayArrayOp, matrixOf(true, 2, 3), matrixOf(true, 2, 3), OP_ARRAYS_ADD),
+                   true, {0, 20, 2, 22, 4, 24});
+    // Rows 0 1 2 and 10 11 12 times rows 0 1, 10 11, 20 21.
+    const std::vector<double> byRows{50, 53, 350, 383}, byColumns{50, 350, 53, 383};
+    for (bool left : {false, true})
+        for (bool right : {false, true})
+            expectElements(
+                run(arrayProduct, matrixOf(left, 2, 3), matrixOf(right, 3, 2), OP_MATRIX_PRODUCT),
+                left && right, left && right ? byColumns : byRows);
+    for (bool order : {false, true}) {
+        Value *matrix = matrixOf(order, 2, 3);
+        Value *transposed = arrayTranspose(matrix, nullptr, OP_TRANSPOSE);
+        recycleValue(matrix);
+        expectElements(transposed, order,
+                       order ? std::vector<double>{0, 1, 2, 10, 11, 12}
+                             : std::vector<double>{0, 10, 1, 11, 2, 12});
+    }
+}
+
 }  // namespace
 
 }  // namespace zy
