@@ -43,8 +43,24 @@ bool parseEnumBody(const TagHome &home, Symbol *tag, DeclContext context);
 // With the : behind a member consumed. False after a message.
 bool parseBitField(TypeInfo *member);
 
-// Class::member in a declarator, when the name just read is that of a class.
+// Class::member in a declarator, when the name just read is that of a class. `symbol` moves on to a
+// nested type that the path ends in; `dataType` is that of the words so far, and without any gets
+// that of the member. *member is what is being defined.
 enum QualifiedName { QUALIFIED_NONE, QUALIFIED_FUNCTION, QUALIFIED_DATA, QUALIFIED_FAILED };
-QualifiedName parseQualifiedName(Symbol *symbol, int dataType, int level);
+QualifiedName parseQualifiedName(Symbol *&symbol, int &dataType, int level, TypeInfo **member);
+
+// Whether Class::member at the cursor is a static member: an expression begins, no definition.
+bool isStaticMemberPath(const Symbol *type);
+
+// A member function has the object that it is called on as its first formal.
+void addThis(TypeInfo *function, StructInfo *info);
+// The class of a member function.
+StructInfo *classOfFunction(const TypeInfo *function);
+// The head of a definition, which is taken: compares it with the declaration in the class, which
+// takes over its formals. False after a message.
+bool redeclareMember(TypeInfo *member, TypeInfo *fresh);
+// The code of a class is entered, where its names are known, and left.
+bool enterClass(TypeInfo *memberFunction);
+void leaveClass();
 
 }  // namespace zy

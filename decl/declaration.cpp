@@ -10,6 +10,7 @@
 #include "decl/aggregates.h"
 #include "decl/arrayInfo.h"
 #include "decl/arrays.h"
+#include "decl/construction.h"
 #include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/declarator.h"
@@ -114,6 +115,10 @@ private:
     bool readFunctionType(TypeInfo *info, const Declarator &declarator);
     TypeInfo *installFunction(TypeInfo *info, const Declarator &declarator);
     bool declareFunction(TypeInfo *&info, Declarator &declarator, bool &bodyFollows);
+    bool defineMember(const Declarator &declarator, bool &bodyFollows);
+    bool defineMemberFunction(const Declarator &declarator, bool &bodyFollows);
+    bool defineStaticMember(const Declarator &declarator);
+    bool checkMemberShape(const Declarator &declarator);
 
     bool checkPlain(const TypeInfo *info, bool isInitialised) const;
     bool declareObject(TypeInfo *&info, const Declarator &declarator);
@@ -121,6 +126,8 @@ private:
     TypeInfo **homeList(const TypeInfo *info) const;
     void remove(TypeInfo *info);
     void initialise(TypeInfo *info);
+    bool isStaticNow(const TypeInfo *info) const;
+    void construct(TypeInfo *info);
 
     bool nextDeclarator(TypeInfo *last);
     bool afterComma();
@@ -213,7 +220,8 @@ bool DeclarationParser::completeType(const Declarator &declarator) {
         return false;
     bool isObject = declarator.dataType == DT_STRUCT && declarator.kind < KIND_FUNCTION &&
                     declarator.kind != KIND_REFERENCE && context != CONTEXT_PARAMETER &&
-                    specifiers.storage != STORAGE_TYPEDEF && lineBuffer[linePos] != '(';
+                    specifiers.storage != STORAGE_TYPEDEF && lineBuffer[linePos] != '(' &&
+                    !(pushedBack && isChar('('));  // of a constructor
     if (!isObject || !tag->structLink || tag->structLink->size != 0)
         return true;
     const char *name = plainTagName(tag->structLink->tag ? tag->structLink->tag : tag);
@@ -325,7 +333,11 @@ bool DeclarationParser::checkName(Declarator &declarator) {
 bool DeclarationParser::declareOne(TypeInfo **last, bool &bodyFollows) {
     Declarator declarator;
     TypeInfo *list = symbolList ? *symbolList : nullptr;
-    if (!parseDeclarator(specifiers, level, list, context, declarator) || !checkName(declarator))
+    bool hasName = parseDeclarator(specifiers, level, list, context, declarator);
+    specifiers.member = nullptr;
+    if (hasName && declarator.member)
+        return defineMember(declarator, bodyFollows);
+    if (!hasName || !checkName(declarator))
         return false;
     peekNonBlank();
     if (!completeType(declarator))
@@ -478,6 +490,80 @@ TypeInfo *DeclarationParser::declareHead(const Specifiers &given, Declarator &de
     return nullptr;
 }
 
+// ---- Members defined outside their class ------------------------------------------------------
+
+bool DeclarationParser::defineMember(const Declarator &declarator, bool &bodyFollows) {
+    const TypeInfo *member = declarator.member;
+    bool isFunction = member->kind == KIND_FUNCTION;
+    if (isFunction && member->functionLink->body) {
+        parseError("two definitions of %s::%s()", plainTagName(declarator.memberClass->tag),
+                   member->name->text);
+        return false;
+    }
+    return isFunction ? defineMemberFunction(declarator, bodyFollows)
+                      : defineStaticMember(declarator);
+}
+
+// The formals and the body see the names of the class.
+bool DeclarationParser::defineMemberFunction(const Declarator &declarator, bool &bodyFollows) {
+    TypeInfo *member = declarator.member;
+    TypeInfo *fresh = expectChar('(', true) ? makeRecord(declarator) : nullptr;
+    if (!fresh || !enterClass(member)) {
+        errorFlag = 1;
+        return false;
+    }
+    fresh->flags |= member->flags & (FLAG_CONSTRUCTOR | FLAG_DESTRUCTOR);
+    int noStars = 0;
+    parseFunctionDeclarator(fresh, declarator.dataType, level, noStars);
+    bool done = !errorFlag;
+    if (!done)
+        releaseTypeInfo(fresh);
+    else
+        done = redeclareMember(member, fresh);
+    bodyFollows = done && functionPrologue(member, false);
+    if (!bodyFollows)
+        leaveClass();
+    return done && !errorFlag;
+}
+
+// The declarator may repeat the shape of an array.
+bool DeclarationParser::checkMemberShape(const Declarator &declarator) {
+    TypeInfo *member = declarator.member;
+    bool isArrayMember = member->kind == KIND_C_ARRAY || member->kind == KIND_ARRAY;
+    if (!acceptChar('[')) {
+        if (isArrayMember)
+            parseError("redeclare static member of array as scalar");
+        return !isArrayMember;
+    }
+    TypeInfo *fresh = makeRecord(declarator);
+    bool done = fresh && parseArrayDeclarator(fresh, false, 0, nullptr);
+    if (done && isArrayMember)
+        std::swap(fresh->arrayLink, member->arrayLink);  // the definition completes it
+    if (fresh)
+        releaseTypeInfo(fresh);
+    return done;
+}
+
+bool DeclarationParser::defineStaticMember(const Declarator &declarator) {
+    TypeInfo *member = declarator.member;
+    if (member->storageCell) {
+        parseError("two definitions of %s::%s", plainTagName(declarator.memberClass->tag),
+                   member->name->text);
+        return false;
+    }
+    if (!checkMemberShape(declarator))
+        return false;
+    allocateStaticCell(member);
+    nextToken();
+    bool isInitialised = isOperator(WORD_ASSIGN);
+    pushedBack = !isInitialised;
+    if (isInitialised && e_lang->runInitialisers)
+        parseStaticInitialiser(member);
+    else if (isInitialised)
+        parseAutoInitialiser(member);
+    return !errorFlag;
+}
+
 // ---- Objects ----------------------------------------------------------------------------------
 
 // What only an array or an initial value makes right.
@@ -529,6 +615,8 @@ bool DeclarationParser::declareObject(TypeInfo *&info, const Declarator &declara
     } else if (!errorFlag && isInitialised) {
         initialise(info);
     }
+    if (!errorFlag && context == CONTEXT_PLAIN && !isInitialised && isLivingObject(info))
+        construct(info);
     if (!errorFlag)
         return true;
     if (info != declarator.existing)
@@ -571,6 +659,26 @@ void DeclarationParser::remove(TypeInfo *info) {
         removeSymbol(info, &systemSymbols);
     else
         withdrawSymbol(homeList(info), info);
+}
+
+// Whether the object's value is made while the text is parsed.
+bool DeclarationParser::isStaticNow(const TypeInfo *info) const {
+    Storage storage = specifiers.storage;
+    bool isPublic = storage == STORAGE_EXTERN || storage == STORAGE_GLOBAL;
+    bool isStatic = info->level > FILE_LEVEL ? storage == STORAGE_STATIC || isPublic
+                                             : isPublic || e_lang->initGlobals;
+    return isStatic && e_lang->runInitialisers;
+}
+
+// An object that is given no value is constructed by default.
+void DeclarationParser::construct(TypeInfo *info) {
+    if (specifiers.storage == STORAGE_TYPEDEF || specifiers.storage == STORAGE_EXTERN ||
+        !checkConstruction(info))
+        return;
+    if (isStaticNow(info))
+        constructAtParse(info);
+    else
+        constructAtRun(info);
 }
 
 // With the = consumed. Objects of static duration get their value now, unless nothing is to be

@@ -50,8 +50,10 @@ struct Specifiers {
     bool fortranOrder = false;
     bool isRestrict = false;
     bool isConst = false;
-    bool opensBody = false;  // a { stands behind the tag
-    int qualifiedName = 0;   // what parseQualifiedName() said
+    bool opensBody = false;      // a { stands behind the tag
+    int qualifiedName = 0;       // what parseQualifiedName() said
+    TypeInfo *member = nullptr;  // Class::member, in place of a declarator's name
+    StructInfo *memberClass = nullptr;
 };
 
 // Reads the specifiers of a declaration; the first token is the current one, the token behind them

@@ -212,12 +212,44 @@ bool parseParenthesised(int level, TypeInfo *list, DeclContext context, Declarat
 
 }  // namespace
 
+namespace {
+
+void takeMember(TypeInfo *member, StructInfo *info, Declarator &declarator) {
+    declarator.member = member;
+    declarator.memberClass = info;
+    declarator.name = member->name;
+}
+
+// Class::member behind the stars of the type.
+bool namesMember(int level, DeclContext context) {
+    if (context != CONTEXT_PLAIN || level == TYPE_ONLY_LEVEL || tokenClass != TK_IDENTIFIER)
+        return false;
+    peekNonBlank();
+    return lineBuffer[linePos] == ':' && lineBuffer[linePos + 1] == ':' &&
+           typedefNamed(tokenValue.name, nullptr);
+}
+
+}  // namespace
+
 bool parseDeclarator(const Specifiers &specifiers, int level, TypeInfo *list, DeclContext context,
                      Declarator &declarator) {
     declarator.kind = specifiers.kind;
+    if (specifiers.member) {
+        takeMember(specifiers.member, specifiers.memberClass, declarator);
+        declarator.dataType = specifiers.dataType;
+        return true;
+    }
     declarator.dataType =
         parsePointers(specifiers.dataType, declarator.kind, declarator.constPointer);
     nextToken();
+    if (namesMember(level, context)) {
+        Symbol *type = typedefNamed(tokenValue.name, nullptr);
+        TypeInfo *member = nullptr;
+        if (parseQualifiedName(type, declarator.dataType, level, &member) == QUALIFIED_FAILED)
+            return false;
+        takeMember(member, type->structLink, declarator);
+        return !errorFlag;
+    }
     if (!opensDeclarator(level)) {
         pushedBack = true;
         declarator.status = parseDeclaratorName(level, list, context, declarator);

@@ -20,7 +20,9 @@ struct Declarator {
     int dataType = DT_UNDEFINED;
     TypeKind kind = KIND_SIMPLE;
     bool constPointer = false;
-    int stars = 0;      // inside the parentheses of (*name)
+    int stars = 0;               // inside the parentheses of (*name)
+    TypeInfo *member = nullptr;  // of Class::member
+    StructInfo *memberClass = nullptr;
     bool open = false;  // ( or [ stands behind the name inside those parentheses
 };
 

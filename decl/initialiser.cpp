@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "decl/construction.h"
 #include "decl/funcInfo.h"
 #include "decl/initialiserList.h"
 #include "expr/evaluator.h"
@@ -255,7 +256,7 @@ void parseStaticInitialiser(TypeInfo *symbol) {
     }
     ExprNode *leaf = newSymbolNode(symbol);
     checkAssignment(leaf, tree);
-    if (!errorFlag)
+    if (!errorFlag && !constructByCall(symbol, tree))
         evaluateInto(leaf, tree);
     deleteNode(tree);
     deleteNode(leaf);
@@ -288,6 +289,7 @@ void parseAutoInitialiser(TypeInfo *symbol) {
     if (braceFollows() || symbol->kind == KIND_C_ARRAY || textFollows(symbol)) {
         if (takesList(symbol))
             parseAutoList(symbol);
+        noteLifeAtRun(symbol);
         return;
     }
     ExprNode *tree = parseAssignmentExpression(false);
@@ -296,6 +298,8 @@ void parseAutoInitialiser(TypeInfo *symbol) {
         return;
     }
     ExprNode *assignment = bindOperator(newOperatorNode(OP_ASSIGN, newSymbolNode(symbol), tree));
+    if (!errorFlag && initialiseObjectAtRun(symbol, assignment))
+        return;
     StmtNode *statement = appendPending(pendingBefore, STMT_EXPRESSION);
     statement->operandA.tree = assignment;
     if (!errorFlag)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "decl/aggregates.h"
 #include "decl/arrayInfo.h"
 #include "front/names.h"
 #include "instance/langState.h"
@@ -90,6 +91,7 @@ public:
 
 private:
     TypeInfo *placeBitFields(TypeInfo *first);
+    void completeFunction(TypeInfo *member);
     void placeInStruct(TypeInfo *member);
     void placeInUnion(TypeInfo *member);
 
@@ -119,6 +121,17 @@ TypeInfo *Layout::placeBitFields(TypeInfo *first) {
     return field;
 }
 
+void Layout::completeFunction(TypeInfo *member) {
+    if (!member->structLink)
+        member->structLink = info;
+    if (member->name == info->tag->name && !(member->flags & FLAG_CONSTRUCTOR)) {
+        const char *name = plainTagName(info->tag);
+        parseError("constructor %s::%s() with return type", name, name);
+        return;
+    }
+    addThis(member, info);
+}
+
 uint32_t packed(int align) {
     int limit = e_lang->packAlignment;
     return static_cast<uint32_t>(std::max(1, limit && limit < align ? limit : align));
@@ -142,6 +155,8 @@ void Layout::run() {
     bool isUnion = info->aggregateKind == AGGREGATE_UNION;
     for (TypeInfo *member = info->members; member;) {
         member->flags |= FLAG_MEMBER;
+        if (member->kind == KIND_FUNCTION && member->storage != STORAGE_TYPEDEF)
+            completeFunction(member);
         bool isStatic = member->storage == STORAGE_STATIC;
         if (member->bitField && isStatic)
             parseError("static member of bitfield for %s", member->name->text);

@@ -119,9 +119,17 @@ SpecifierScan::Step SpecifierScan::takeName(NameEntry *name) {
         pushedBack = true;
         return STEP_ENDS;
     }
-    result.qualifiedName = parseQualifiedName(symbol, result.dataType, level);
-    if (result.qualifiedName != QUALIFIED_NONE)
-        return result.qualifiedName == QUALIFIED_FAILED ? STEP_FAILED : STEP_ENDS;
+    int type = hasModifier() ? numberType() : result.dataType;
+    result.qualifiedName = parseQualifiedName(symbol, type, level, &result.member);
+    if (result.qualifiedName == QUALIFIED_FAILED)
+        return STEP_FAILED;
+    if (result.qualifiedName != QUALIFIED_NONE) {
+        result.dataType = type;
+        result.memberClass = symbol->structLink;
+        if (type == DT_STRUCT && !result.typeSymbol)
+            result.typeSymbol = symbol;
+        return STEP_ENDS;
+    }
     if (typeSeen || tagSeen || hasModifier())
         return takeShadowingName(symbol);
     return takeTypeName(symbol);

@@ -25,6 +25,7 @@
 #include "startup/startupState.h"
 #include "stmt/calls.h"
 #include "stmt/execute.h"
+#include "stmt/objectLife.h"
 #include "stmt/parser.h"
 #include "stmt/program.h"
 
@@ -226,6 +227,7 @@ int runProgram(const char *path) {
         result = callMain(baseName);
     }
     clearValueStack();
+    destroyStaticObjects();
     executing = 0;
     if (!e_lang->embedded || e_lang->multiRun)
         runAtExit();

@@ -2,7 +2,9 @@
 // the function and what encloses it: they shadow file scope and outer blocks, and are shadowed by
 // the function's own blocks and formals.
 
+#include "decl/declState.h"
 #include "decl/funcInfo.h"
+#include "decl/layout.h"
 #include "decl/structInfo.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
@@ -78,8 +80,22 @@ constexpr int FIRST_INNER_ENTRY = 2;  // below it: the root and the main block
 
 }  // namespace
 
+// In the body of an aggregate its types and enumerators are known.
+TypeInfo *findInOpenBodies(const NameEntry *name) {
+    for (const OpenBody *body = innermostBody; body; body = body->outer) {
+        TypeInfo *member = findInList(body->info->members, name);
+        if (member && (member->storage == STORAGE_TYPEDEF || isEnumerator(member)))
+            return member;
+    }
+    return nullptr;
+}
+
 Symbol *lookupSymbolParse(NameEntry *name, TypeInfo *memberList, ClassContext **classOut) {
-    if (TypeInfo *member = findInList(memberList, name))
+    // A constructor doesn't hide its class.
+    TypeInfo *member = findInList(memberList, name);
+    if (member && !(member->flags & FLAG_CONSTRUCTOR))
+        return member;
+    if (TypeInfo *member = findInOpenBodies(name))
         return member;
     for (int i = parseTop; i >= FIRST_INNER_ENTRY; i--) {
         NameList list = listOf(parseStack[i]);

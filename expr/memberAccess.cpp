@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "decl/funcInfo.h"
 #include "decl/layout.h"
 #include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
@@ -99,7 +100,16 @@ MemberObject::MemberObject(ExprNode *node) {
         place = static_cast<char *>(object) + offsetAt(node);
 }
 
+void *MemberObject::objectOfMember(const ExprNode *node) const {
+    const TypeInfo *member = static_cast<const TypeInfo *>(node->right->link);
+    return place && liesInObject(member) ? place - member->level : place;
+}
+
 MemberObject::~MemberObject() {
+    if (isTemporary()) {
+        endTemporaryObject(object, holder->payload2.structInfo);
+        holder->owned = 0;
+    }
     if (holder)
         deleteValue(holder);
 }
@@ -268,10 +278,45 @@ void keepTopObject() {
         ownObject(top);
 }
 
+// `A::f()` within the class runs on the object of the function that calls it.
+void *objectInside(const StructInfo *info) {
+    const ClassContext *record = classContext;
+    bool isInside = record && record->thisFormal && record->thisFormal->structLink == info;
+    return isInside ? record->object : nullptr;
+}
+
+// A member function in front of its call: the object waits on classContext.
+void pushFunction(ExprNode *node, TypeInfo *member, MemberObject &object) {
+    const StructInfo *info = member->functionLink->parameters->structLink;
+    void *target = node->op == OP_SCOPE ? objectInside(info) : object.objectOfMember(node);
+    if (!target && member->storage != STORAGE_STATIC)
+        warnOfNoObject();
+    ClassContext *record = claimClassContext();
+    Value *value = record ? newZeroValue(DT_FUNCTION) : nullptr;
+    if (!value)
+        return;
+    record->object = target;
+    record->thisFormal = member->functionLink->parameters;
+    record->member = member;
+    record->noFree = object.noFree;
+    record->ownership = object.isTemporary() ? OBJECT_TEMPORARY : OBJECT_OF_OTHERS;
+    if (object.isTemporary())
+        object.releaseTemporary();
+    value->payload.symbol = member;
+    pushValue(value);
+}
+
+bool isCalled(const ExprNode *node) {
+    const ExprNode *next = node->next;
+    return next && next->kind == NODE_OPERATOR && next->op == OP_CALL && next->left == node;
+}
+
 void readMember(ExprNode *node) {
     MemberObject object(node);
     TypeInfo *member = memberOfNode(node);
-    if (!member) {
+    if (member && member->kind == KIND_FUNCTION && isCalled(node)) {
+        pushFunction(node, member, object);
+    } else if (!member) {
         undefinedOperation(node);
         pushScalar(0);
     } else if (!liesInObject(member)) {

@@ -28,6 +28,10 @@ public:
     char *place = nullptr;  // where the member lies; NULL if there is no object
     void *object = nullptr;
     uint8_t noFree = 0;
+    // Where the object itself lies that the member belongs to.
+    void *objectOfMember(const ExprNode *node) const;
+    // The temporary object is somebody else's from now on.
+    void releaseTemporary() { holder->owned = 0; }
     bool isTemporary() const { return holder && holder->type == DT_STRUCT && holder->owned; }
 
 private:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "decl/structInfo.h"
+#include "expr/value.h"
 
 namespace zy {
 
@@ -14,5 +15,23 @@ void *newObjectCopy(const void *source, const StructInfo *info);
 void ownObject(Value *value);
 // Releases what the object owns, not its bytes.
 void releaseObject(void *object, const StructInfo *info);
+
+// ---- Life (stmt/objectLife.cpp) -----------------------------------------------------------------
+
+// Whether objects of the class are constructed or destroyed by functions.
+inline bool hasLife(const StructInfo *info) {
+    return info && (info->constructor || info->destructor);
+}
+// Runs a member function without arguments on an object, to its end.
+void callOnObject(TypeInfo *function, void *object, bool noFree);
+// Default construction and destruction of the elements of a block of memory, in order.
+void constructObjects(void *objects, uint32_t count, const StructInfo *info);
+void destroyObjects(void *objects, uint32_t count, const StructInfo *info);
+// The object, or objects, of a variable; it lives after the first and not after the second, which
+// does nothing for one that doesn't live.
+void constructVariable(TypeInfo *symbol);
+void destroyVariable(TypeInfo *symbol);
+// The end of a temporary object that nothing has taken over.
+void endTemporaryObject(void *object, const StructInfo *info);
 
 }  // namespace zy

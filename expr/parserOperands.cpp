@@ -166,11 +166,13 @@ ExprNode *typeOperand(Symbol *type, bool runMode) {
 ExprNode *nameOperand(NameEntry *name, Symbol *symbol, const ClassContext *object, bool runMode) {
     if (!symbol)
         return unknownName(name, runMode);
+    if (isNamedConstant(symbol))
+        return namedConstant(symbol);
     if (isImplicitMember(symbol, object))
         return implicitMember(symbol, object);
     if (symbol->storage == STORAGE_TYPEDEF)
         return typeOperand(symbol, runMode);
-    return isNamedConstant(symbol) ? namedConstant(symbol) : newSymbolNode(symbol);
+    return newSymbolNode(symbol);
 }
 
 void takePostfixed(Parse &parse, ExprNode *operand) {

@@ -2,6 +2,7 @@
 // source does for the others.
 #pragma once
 
+#include "expr/members.h"
 #include "expr/operators.h"
 #include "expr/parser.h"
 #include "expr/parserState.h"
@@ -92,17 +93,6 @@ void checkBuiltinArguments(int code, const ExprNode *list);
 
 // With `fprintf` consumed and a name behind it: fprintf fp << WORD. Takes the node.
 ExprNode *parseHereDocument(ExprNode *node, bool runMode);
-
-// ---- members.cpp
-
-// The member of the aggregate that the tree gives; NULL after a message.
-TypeInfo *findMember(const ExprNode *tree, NameEntry *name);
-// Its place in the list of members.
-int memberIndex(const StructInfo *info, const TypeInfo *member);
-// A private member where no code of its class is.
-bool isHiddenMember(const StructInfo *info, const TypeInfo *member);
-// The name of a tag as it was written: without what sets it apart from an object of that name.
-const char *plainTag(const char *name);
 
 // How expressions are separated while something is read: whether a comma ends one, and whether the
 // shifts do, as in a stream form. Those end one by the class of their rows in the keyword table.

@@ -22,6 +22,9 @@ void indirection(ExprNode *node);
 void addressOperator(ExprNode *node);
 void arrayReference(ExprNode *node);
 
+// What a return leaves behind (stmt/objectLife.cpp).
+void leaveObjects(ExprNode *node);
+
 // `.`, `->` and `::` (expr/memberAccess.cpp).
 void memberOperator(ExprNode *node);
 // The storage of an array whose declaration runs (numeric/arrayStorage.cpp).

@@ -29,6 +29,7 @@ struct VarCell {
     uint32_t adoptShape;  // 1: each assignment replaces the whole shape
 };
 constexpr uint32_t CELL_OWNS_TEXT = 1;  // flags of a pointer to char
+constexpr uint32_t CELL_LIVES = 2;      // of an object, or an array of them: to be destroyed
 
 constexpr int ERRNO_SLOT = 42;  // the system variable _errno
 
@@ -58,6 +59,12 @@ struct ClassContext {
     TypeInfo *member;      // the member function
     uint8_t qualified;     // how a qualified name resolved: 1 a function, 2 a static data member
     uint8_t noFree;
+    uint8_t ownership;  // ObjectOwnership
+};
+enum ObjectOwnership : uint8_t {
+    OBJECT_OF_OTHERS = 0,
+    OBJECT_TEMPORARY = 1,  // ends with the call
+    OBJECT_MADE = 2,       // by a constructor, whose result owns it
 };
 extern ClassContext *classContext;
 

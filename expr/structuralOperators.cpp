@@ -6,6 +6,7 @@
 #include "decl/structInfo.h"
 #include "expr/calls.h"
 #include "expr/evaluator.h"
+#include "expr/objects.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
@@ -157,6 +158,25 @@ Value *newObject(int pointerType, StructInfo *info) {
 
 }  // namespace
 
+namespace {
+
+// The object that a constructor made passes to the pointer.
+void takeObject(ExprNode *node) {
+    Value *value = popValue();
+    if (!value || value->type != DT_STRUCT) {
+        endChain();
+        return;
+    }
+    if (!value->owned)
+        ownObject(value);
+    value->type = DT_P_STRUCT;
+    value->owned = 0;
+    value->payload2.structInfo = structInfoOf(node->left);
+    pushValue(value);
+}
+
+}  // namespace
+
 // `new T` has the type in `left`; `new T(x)` the value beside it, or in its place.
 void newOperator(ExprNode *node) {
     int type = treeType(node);
@@ -167,7 +187,11 @@ void newOperator(ExprNode *node) {
         return;
     }
     ExprNode *initial = isTypeLeaf(node->left) ? node->right : node->left;
-    if (!isPointer(type) || isArrayLike(type) || (type == DT_P_STRUCT && initial)) {
+    if (type == DT_P_STRUCT && initial) {
+        takeObject(node);
+        return;
+    }
+    if (!isPointer(type) || isArrayLike(type)) {
         undefinedOperation(node);
         pushScalar(0);
         return;

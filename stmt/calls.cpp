@@ -9,6 +9,7 @@
 #include "decl/funcInfo.h"
 #include "expr/context.h"
 #include "expr/nodes.h"
+#include "expr/objects.h"
 #include "expr/operators.h"
 #include "expr/readers.h"
 #include "expr/routines.h"
@@ -49,11 +50,52 @@ bool hasParameters(const FuncInfo *function) {
     return first && !(first->dataType == DT_VOID && first->kind < KIND_P_FUNCTION);
 }
 
+// ---- Objects of member functions ----------------------------------------------------------------
+
+// The end of a call on an object. What a constructor made belongs to its result.
+void leaveObject() {
+    const ClassContext *record = classContext;
+    void *object = record->object;
+    bool isTemporary = record->ownership == OBJECT_TEMPORARY;
+    StructInfo *info = record->thisFormal ? record->thisFormal->structLink : nullptr;
+    popClassContext();
+    if (isTemporary)
+        endTemporaryObject(object, info);
+}
+
+// A constructor that no object was named for makes one.
+bool makeObject(const TypeInfo *constructor) {
+    StructInfo *info = constructor->structLink;
+    ClassContext *record = claimClassContext();
+    if (!record)
+        return false;
+    record->thisFormal = constructor->functionLink->parameters;
+    record->member = const_cast<TypeInfo *>(constructor);
+    record->noFree = 0;
+    record->ownership = OBJECT_MADE;
+    record->object = info && info->size ? allocOrFail(info->size) : nullptr;
+    if (record->object)
+        memset(record->object, 0, info->size);
+    return true;
+}
+
 // ---- The callee ---------------------------------------------------------------------------------
 
 int failCall(int resultType) {
     pushValue(newZeroValue(resultType));
     return -1;
+}
+
+bool isMemberFunction(const TypeInfo *callee) { return callee->flags & FLAG_MEMBER_FUNCTION; }
+
+// A member function's record was made before the call.
+int failMember(const TypeInfo *callee, int resultType) {
+    if (isMemberFunction(callee)) {
+        if (classContext->ownership == OBJECT_MADE)
+            free(classContext->object);
+        leaveObject();
+    }
+    return failCall(resultType);
 }
 
 // A call through a variable or a parameter: the function that its cell designates.
@@ -104,6 +146,8 @@ VarCell *newArgument(TypeInfo *formal, Value *value) {
     initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
     if (value)
         storeInCell(cell, value);
+    if (cell->type == DT_STRUCT && hasLife(formal->structLink))
+        cell->flags |= CELL_LIVES;
     return cell;
 }
 
@@ -157,11 +201,24 @@ void warnOfMissing(const TypeInfo *callee) {
         shownName(callee));
 }
 
+// The hidden formal of a member function: the object of the record on top.
+TypeInfo *passThis(ScopeFrame *frame, TypeInfo *formal) {
+    VarCell *cell = newVarCell(DT_P_STRUCT);
+    cell->data.p = classContext->object;
+    cell->noFree = classContext->noFree;
+    setSlot(frame, 0, cell);
+    return formal->next;
+}
+
 // Arguments lie on the stack, the first on top.
 void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
     int slot = 0;
-    for (TypeInfo *formal = callee->functionLink->parameters; formal;
-         formal = formal->next, slot++) {
+    TypeInfo *first = callee->functionLink->parameters;
+    if (callee->flags & FLAG_MEMBER_FUNCTION) {
+        first = passThis(frame, first);
+        slot = 1;
+    }
+    for (TypeInfo *formal = first; formal; formal = formal->next, slot++) {
         if (!actual)
             warnOfMissing(callee);
         setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
@@ -203,9 +260,15 @@ void dropArguments(ExprNode *actual) {
     }
 }
 
+const TypeInfo *firstFormal(const FuncInfo *function) {
+    if (!hasParameters(function))
+        return nullptr;
+    bool isMember = function->owner && (function->owner->flags & FLAG_MEMBER_FUNCTION);
+    return isMember ? function->parameters->next : function->parameters;
+}
+
 ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function) {
-    for (const TypeInfo *formal = hasParameters(function) ? function->parameters : nullptr;
-         formal && actual; formal = formal->next)
+    for (const TypeInfo *formal = firstFormal(function); formal && actual; formal = formal->next)
         actual = actual->next;
     return actual;
 }
@@ -221,24 +284,23 @@ ScopeFrame *framesOfDefinition(const TypeInfo *callee, ScopeFrame *callers) {
 
 }  // namespace
 
-int callFunction(ExprNode *node) {
-    TypeInfo *callee = calleeOf(node);
-    if (!callee || !callee->functionLink) {
-        dropArguments(node->right);
-        return failCall(DT_INT);
-    }
+namespace {
+
+int enterFunction(TypeInfo *callee, ExprNode *node) {
     FuncInfo *function = callee->functionLink;
     if (!function->body) {
-        if (strcmp(shownName(callee), "main") == 0)
+        if (isMemberFunction(callee))
+            runError("member function '::%s()' not defined", shownName(callee));
+        else if (strcmp(shownName(callee), "main") == 0)
             runError("function main() not defined");
         else
             runError("function '%s()' not defined", shownName(callee));
         dropArguments(node->right);
-        return failCall(function->returnType);
+        return failMember(callee, function->returnType);
     }
     ExecContext *caller = currentContext, *context = newContext();
     if (!context)
-        return failCall(function->returnType);
+        return failMember(callee, function->returnType);
     context->isCall = 1;
     context->state = 1;
     context->caller = caller;
@@ -265,6 +327,20 @@ int callFunction(ExprNode *node) {
     saveStatementPhases(context, function->body);
     return 0;
 }
+
+}  // namespace
+
+int callFunction(ExprNode *node) {
+    TypeInfo *callee = calleeOf(node);
+    bool isMaking = callee && (callee->flags & FLAG_CONSTRUCTOR) && variableOf(node->left);
+    if (!callee || !callee->functionLink || (isMaking && !makeObject(callee))) {
+        dropArguments(node->right);
+        return failCall(DT_INT);
+    }
+    return enterFunction(callee, node);
+}
+
+void callPrepared(ExprNode *node) { enterFunction(variableOf(node->left), node); }
 
 void callOperator(ExprNode *node) { callFunction(node); }
 
@@ -321,6 +397,8 @@ Value *returnedValue(ExprNode *tree, const FuncInfo *function) {
     int returnType = function->returnType;
     if (!value)
         return nullptr;
+    if (value->type == DT_STRUCT && !value->owned)
+        ownObject(value);
     if (value->type != static_cast<uint32_t>(returnType))
         convertScalar(value, returnType);
     return value;
@@ -335,6 +413,30 @@ Value *zeroResult(const FuncInfo *function) {
     return array;
 }
 
+// A constructor gives the object that it ran on.
+Value *constructedObject() {
+    Value *value = newZeroValue(DT_STRUCT);
+    value->payload.p = classContext->object;
+    value->payload2.structInfo = classContext->thisFormal->structLink;
+    value->owned = classContext->ownership == OBJECT_MADE;
+    value->noFree = classContext->noFree;
+    return value;
+}
+
+Value *resultOf(const FuncInfo *function, const StmtNode *statement) {
+    const TypeInfo *owner = function->owner;
+    if (function->returnType == DT_VOID)
+        return newZeroValue(DT_VOID);
+    Value *value = owner && (owner->flags & FLAG_CONSTRUCTOR)
+                       ? constructedObject()
+                       : returnedValue(statement->operandA.tree, function);
+    return value ? value : zeroResult(function);
+}
+
+bool runsOnObject(const FuncInfo *function) {
+    return classContext && classContext->thisFormal && classContext->member == function->owner;
+}
+
 // The frames of the function's blocks, from the innermost outward.
 void releaseBlocks(ExecContext *context) {
     while (context->frames && !context->frames->isFunction &&
@@ -347,17 +449,14 @@ void releaseBlocks(ExecContext *context) {
 void returnFromFunction() {
     ExecContext *context = currentContext, *caller = context->caller;
     FuncInfo *function = context->function;
-    const StmtNode *statement = context->statement;
-    Value *value = function->returnType == DT_VOID
-                       ? newZeroValue(DT_VOID)
-                       : returnedValue(statement->operandA.tree, function);
-    if (!value)
-        value = zeroResult(function);
+    Value *value = resultOf(function, context->statement);
     value->next = caller->stack;
     caller->stack = value;
     releaseBlocks(context);
     releaseParameters(context);
     clearValueStack();
+    if (runsOnObject(function))
+        leaveObject();
     releaseCall(context);
     caller->state = 1;
 }
@@ -374,10 +473,9 @@ void leaveFunction(bool withDestructors) {
         runDestructors(context->function->parameters);
     releaseParameters(context);
     clearValueStack();
+    if (runsOnObject(context->function))
+        leaveObject();
     releaseCall(context);
 }
-
-// Objects with destructors come with aggregates.
-void runDestructors(TypeInfo *) {}
 
 }  // namespace zy

@@ -13,6 +13,9 @@ int callFunction(ExprNode *node);
 void returnFromFunction();
 // Leaves the current function without a value.
 void leaveFunction(bool withDestructors);
+// Destroys the objects of a list that live, in the order of their declarations.
 void runDestructors(TypeInfo *symbols);
+// A call node whose object stands in the record on top of classContext.
+void callPrepared(ExprNode *node);
 
 }  // namespace zy

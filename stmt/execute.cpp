@@ -12,6 +12,7 @@
 #include "instance/report.h"
 #include "stmt/arms.h"
 #include "stmt/calls.h"
+#include "stmt/objectLife.h"
 #include "stmt/program.h"
 
 namespace zy {
@@ -174,6 +175,8 @@ void endBlock(ExecContext *context, StmtNode *block) {
     const StmtNode *behind = block->next;
     bool isBody = behind && behind->kind == STMT_RETURN && behind->operandC.number == 0;
     deliverIn(block, isBody ? EVENT_FUNCTION_EXIT : EVENT_BLOCK_EXIT);
+    if (block->hasObjects)
+        destroyInBlock(block, context->function);
     if (block->operandC.symbols && block->level >= 2)
         popFrame();
     moveTo(context, block->next);
@@ -267,8 +270,10 @@ void runDo(ExecContext *context, StmtNode *statement) {
 
 void leaveBlocks(StmtNode *block, const StmtNode *outer) {
     for (; block && block != outer; block = block->enclosingBlock())
-        if (block->operandC.symbols)
+        if (block->operandC.symbols) {
+            destroyInBlock(block, nullptr);
             popFrame();
+        }
 }
 
 void runBreak(ExecContext *context, StmtNode *statement) {
@@ -319,7 +324,7 @@ void resetLoops(ExecContext *context, const Enclosing *left, const Enclosing *ke
 void leaveBlock(StmtNode *block) {
     if (!block->operandC.symbols)
         return;
-    runDestructors(block->operandC.symbols);
+    destroyInBlock(block, nullptr);
     popFrame();
 }
 

@@ -13,6 +13,7 @@
 #include "front/names.h"
 #include "instance/report.h"
 #include "stmt/arrayArguments.h"
+#include "stmt/objectLife.h"
 #include "stmt/statements.h"
 
 namespace zy {
@@ -78,6 +79,8 @@ void parseReturn(StmtNode *statement) {
         returnZero(statement, function);
     else
         returnValue(statement, function);
+    if (!errorFlag && returnDestroys(function))
+        addDestruction(statement);
     if (!errorFlag)
         expectChar(';', true);
 }

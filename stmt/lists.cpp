@@ -2,11 +2,13 @@
 
 #include <cstring>
 
+#include "decl/aggregates.h"
 #include "decl/funcInfo.h"
 #include "expr/nodes.h"
 #include "front/lexer.h"
 #include "front/names.h"
 #include "instance/report.h"
+#include "stmt/objectLife.h"
 
 namespace zy {
 
@@ -147,6 +149,8 @@ void stepCursor() { parseStack[parseTop].record = cursor()->next; }
 // The entries of a function whose body is complete: its block and itself.
 void closeFunction(FuncInfo *function) {
     finishLabels(function);
+    if (classOfFunction(function->owner))
+        leaveClass();
     parseTop = static_cast<int16_t>(parseTop - 2);
 }
 
@@ -186,8 +190,10 @@ void closeBlock() {
     end->line = currentLine;
     end->file = block->file;
     FuncInfo *function = functionAt(parseTop - 2);
-    if (function)
+    if (function) {
         checkReturn(block, function);
+        noteParameters(block, function);
+    }
     StmtNode *owner = ownerAt(parseTop - 3);
     if (owner && owner->kind == STMT_SWITCH && owner->operandC.statement == block) {
         finishSwitch(owner);

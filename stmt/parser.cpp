@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "decl/aggregates.h"
 #include "decl/declaration.h"
 #include "decl/functionFiles.h"
 #include "expr/nodes.h"
@@ -119,6 +120,14 @@ void insertIntBeforeMain() {
 
 void parseUnknownName(NameEntry *name) { parseError("variable '%s' not defined", name->text); }
 
+// Class(arguments): an object that nothing keeps.
+bool isConstruction(const Symbol *symbol) {
+    if (symbol->dataType != DT_TAG || !symbol->structLink || !symbol->structLink->constructor)
+        return false;
+    peekNonBlank();
+    return lineBuffer[linePos] == '(';
+}
+
 void parseIdentifier() {
     NameEntry *name = tokenValue.name;
     if (labelFollows()) {
@@ -133,7 +142,10 @@ void parseIdentifier() {
     ClassContext *classRecord = nullptr;
     Symbol *symbol = lookupSymbolParse(name, nullptr, &classRecord);
     if (isTypedefName(symbol)) {
-        parseDeclarationStatement();
+        if (isStaticMemberPath(symbol) || isConstruction(symbol))
+            parseExpressionStatement();
+        else
+            parseDeclarationStatement();
         return;
     }
     peekNonBlank();

@@ -19,6 +19,7 @@
 #include "startup/predefinedMacros.h"
 #include "stmt/execute.h"
 #include "stmt/lists.h"
+#include "stmt/objectLife.h"
 #include "stmt/parseStack.h"
 
 namespace zy {
@@ -125,8 +126,12 @@ void releaseOperands(StmtNode *statement) {
             break;
         case STMT_LONGJMP:
         case STMT_INITIALISE:
+        case STMT_CONSTRUCT:
         case STMT_DELETE: releaseTrees(statement); break;
         case STMT_RETURN:
+            deleteNode(statement->operandA.tree);
+            deleteNode(statement->operandD.tree);
+            break;
         case STMT_EXIT:
         case STMT_STOP:
         case STMT_ABORT:
@@ -136,8 +141,7 @@ void releaseOperands(StmtNode *statement) {
         case STMT_SRAND:
         case STMT_EXPRESSION:
         case STMT_CASESEN:
-        case STMT_FLOATCONST:
-        case STMT_CONSTRUCT: deleteNode(statement->operandA.tree); break;
+        case STMT_FLOATCONST: deleteNode(statement->operandA.tree); break;
         case STMT_GOTO: free(statement->operandC.enclosing); break;
         default: break;
     }
@@ -168,6 +172,7 @@ void releaseFunctionBody(FuncInfo *function) {
 void releaseProgram() {
     releaseFunctionFiles();
     functionNameFrame = nullptr;
+    forgetStaticObjects();
     if (!rootStmt)
         return;
     releaseBlock(globalBlock);

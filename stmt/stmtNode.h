@@ -3,18 +3,15 @@
 //
 //   kind        A                  B                 C                D               E
 //   ROOT        main block         labels            pending gotos
-//   BLOCK       first statement    enclosing block   TypeInfo list    tag list        of a body: phases
-//   END                            owning statement
-//   FOREACH     index expression   list              condition        delimiters      body
-//   IF          condition          then part         else part        progress
-//   LOOP        condition          first of `for`    body             step of `for`   progress
-//   DO          condition                            body                             progress
-//   SWITCH      controlling tree   case groups       body's block     progress        list's end
-//   COMMAND     command word       option word       argument text    $ expression
-//   RETURN      value              FuncInfo          1: of the script
-//   GOTO        label record       block of the goto  what it is in
-//   EXIT, STOP, ABORT, PERROR, FREE, CLEARERR, SRAND   argument tree
-//   LONGJMP     environment        value
+//   BLOCK       first statement    enclosing block   TypeInfo list    tag list        of a body:
+//   phases END                            owning statement FOREACH     index expression   list
+//   condition        delimiters      body IF          condition          then part         else
+//   part        progress LOOP        condition          first of `for`    body             step of
+//   `for`   progress DO          condition                            body progress SWITCH
+//   controlling tree   case groups       body's block     progress        list's end COMMAND
+//   command word       option word       argument text    $ expression RETURN      value FuncInfo
+//   1: of the script GOTO        label record       block of the goto  what it is in EXIT, STOP,
+//   ABORT, PERROR, FREE, CLEARERR, SRAND   argument tree LONGJMP     environment        value
 //   INITIALISE  variable           value
 //   DELETE      pointer            array size        destructors
 //   EXPRESSION  expression
@@ -70,6 +67,7 @@ struct StmtNode {
     StmtOperand operandA, operandB, operandC, operandD, operandE;
     uint16_t level;        // of a block its scope level, of a command its mode
     uint16_t symbolCount;  // of a block: declarations in it
+    uint8_t hasObjects;    // of a block: its end has something to destroy
 
     // The views of a block.
     StmtNode *enclosingBlock() const { return operandB.statement; }

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "expr/direct.h"
+#include "expr/objects.h"
 #include "expr/readers.h"
 #include "expr/scope.h"
 #include "expr/typeQueries.h"
@@ -28,19 +29,35 @@ inline void runDirectStatement(ExprNode *tree) {
     tree->routine(tree);
 }
 
+// A temporary object that nothing has taken over ends with its statement.
+void dropValue(Value *value) {
+    if (value->type == DT_STRUCT && value->owned) {
+        endTemporaryObject(value->payload.p, value->payload2.structInfo);
+        value->owned = 0;
+    }
+    deleteValue(value);
+}
+
 }  // namespace
 
 void runExpression(ExecContext *context, StmtNode *statement) {
     if (!statement->chain)
         runDirectStatement(statement->operandA.tree);
     else if (context->stack)
-        deleteValue(popValue());
+        dropValue(popValue());
     moveTo(context, statement->next);
 }
 
 void runConstruct(ExecContext *context, StmtNode *statement) {
-    if (Value *value = popValue())
-        recycleValue(value);
+    TypeInfo *symbol = statement->operandC.symbols;
+    ExprNode *target = statement->operandA.tree, *value = statement->operandB.tree;
+    if (!target && !value)
+        constructVariable(symbol);
+    else if (target && value)
+        assignValue(target, value);
+    else if (value)
+        recycleValue(popValue());  // the constructor ran on the variable itself
+    findVarCell(symbol)->flags |= CELL_LIVES;
     moveTo(context, statement->next);
 }
 
@@ -217,9 +234,22 @@ void deletePointer(const Value *value) {
 
 }  // namespace
 
+namespace {
+
+// Here, and not in the block it is of, since an array of objects has its own form of delete.
+void destroyTarget(const Value *pointer) {
+    const StructInfo *info = pointer->payload2.structInfo;
+    if (info && pointer->payload.p)
+        destroyObjects(pointer->payload.p, 1, info);
+}
+
+}  // namespace
+
 void runDelete(ExecContext *context, StmtNode *statement) {
     bool popped;
     Value *value = operandOf(statement->operandA.tree, popped);
+    if (value && value->type == DT_P_STRUCT)
+        destroyTarget(value);
     if (TypeInfo *variable = variableOf(statement->operandA.tree))
         deleteVariable(variable);
     else if (value)

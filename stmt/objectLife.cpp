@@ -1,0 +1,196 @@
+#include "stmt/objectLife.h"
+
+#include <cstdlib>
+
+#include "decl/aggregates.h"
+#include "decl/construction.h"
+#include "decl/funcInfo.h"
+#include "expr/evaluator.h"
+#include "expr/nodes.h"
+#include "expr/objects.h"
+#include "expr/operators.h"
+#include "expr/routines.h"
+#include "expr/scope.h"
+#include "expr/typeQueries.h"
+#include "instance/report.h"
+#include "stmt/calls.h"
+#include "stmt/objectLifeState.h"
+#include "stmt/parseStack.h"
+
+namespace zy {
+
+// ---- Calls on objects ---------------------------------------------------------------------------
+
+void callOnObject(TypeInfo *function, void *object, bool noFree) {
+    ClassContext *record = claimClassContext();
+    if (!record)
+        return;
+    record->object = object;
+    record->thisFormal = function->functionLink->parameters;
+    record->member = function;
+    record->noFree = noFree;
+    record->ownership = OBJECT_OF_OTHERS;
+    ExprNode leaf{}, call{};
+    leaf.kind = NODE_VALUE;
+    leaf.type = DT_NAME;
+    leaf.payload.symbol = function;
+    call.kind = NODE_OPERATOR;
+    call.op = OP_CALL;
+    call.left = &leaf;
+    call.routine = callPrepared;
+    Value *below = currentContext->stack;
+    runNested(&call);
+    if (currentContext->stack != below)
+        if (Value *result = popValue())
+            recycleValue(result);
+}
+
+namespace {
+
+void callOnEach(TypeInfo *function, void *objects, uint32_t count, const StructInfo *info) {
+    auto *object = static_cast<char *>(objects);
+    for (uint32_t i = 0; function && objects && i < count; i++)
+        callOnObject(function, object + static_cast<size_t>(i) * info->size, true);
+}
+
+}  // namespace
+
+void constructObjects(void *objects, uint32_t count, const StructInfo *info) {
+    callOnEach(info->constructor, objects, count, info);
+}
+
+void destroyObjects(void *objects, uint32_t count, const StructInfo *info) {
+    callOnEach(info->destructor, objects, count, info);
+}
+
+// ---- Variables ----------------------------------------------------------------------------------
+
+namespace {
+
+uint32_t countOf(const VarCell *cell) { return cell->type == DT_STRUCT ? 1 : cell->count; }
+
+bool isStaticInside(const TypeInfo *symbol) {
+    return symbol->storage == STORAGE_STATIC && symbol->level > FILE_LEVEL;
+}
+
+}  // namespace
+
+void constructVariable(TypeInfo *symbol) {
+    destroyVariable(symbol);  // a jump back to its declaration
+    VarCell *cell = findVarCell(symbol);
+    cell->flags |= CELL_LIVES;
+    if (isStaticInside(symbol))
+        staticObjects.push_back(symbol);
+    constructObjects(cell->data.p, countOf(cell), symbol->structLink);
+}
+
+void destroyVariable(TypeInfo *symbol) {
+    VarCell *cell = findVarCell(symbol);
+    if (!(cell->flags & CELL_LIVES))
+        return;
+    cell->flags &= ~CELL_LIVES;
+    destroyObjects(cell->data.p, countOf(cell), symbol->structLink);
+}
+
+void endTemporaryObject(void *object, const StructInfo *info) {
+    if (object && info)
+        destroyObjects(object, 1, info);
+    if (object && info)
+        releaseObject(object, info);
+    free(object);
+}
+
+// ---- Scopes -------------------------------------------------------------------------------------
+
+void runDestructors(TypeInfo *symbols) {
+    for (TypeInfo *symbol = symbols; symbol; symbol = symbol->next) {
+        bool isHere = symbol->storage != STORAGE_TYPEDEF && symbol->storage != STORAGE_EXTERN &&
+                      !isStaticInside(symbol);
+        if (isHere && isLivingObject(symbol))
+            destroyVariable(symbol);
+    }
+}
+
+void destroyInBlock(const StmtNode *block, const FuncInfo *function) {
+    if (!block->hasObjects)
+        return;
+    runDestructors(block->operandC.symbols);
+    if (function && function->body == block)
+        runDestructors(function->parameters);
+}
+
+void destroyStaticObjects() {
+    if (globalBlock)
+        runDestructors(globalBlock->symbols());
+    for (size_t i = 0; i < staticObjects.size(); i++)
+        destroyVariable(staticObjects[i]);
+    staticObjects.clear();
+}
+
+void forgetStaticObjects() { staticObjects.clear(); }
+
+// ---- return -------------------------------------------------------------------------------------
+
+namespace {
+
+bool hasLivingObject(const TypeInfo *list) {
+    for (; list; list = list->next)
+        if (isLivingObject(list))
+            return true;
+    return false;
+}
+
+}  // namespace
+
+void noteParameters(StmtNode *body, const FuncInfo *function) {
+    if (hasLivingObject(function->parameters))
+        body->hasObjects = 1;
+}
+
+bool returnDestroys(const FuncInfo *function) {
+    for (const StmtNode *block = currentBlock; block && block != globalBlock;
+         block = block->enclosingBlock()) {
+        if (block->hasObjects)
+            return true;
+        if (block == function->body)
+            break;
+    }
+    return hasLivingObject(function->parameters);
+}
+
+void addDestruction(StmtNode *statement) {
+    ExprNode *node = newOperatorNode(OP_ELEMENT_DESTRUCTORS);
+    if (!node)
+        return;
+    TypeInfo *value = variableOf(statement->operandA.tree);
+    if (value && isLivingObject(value) && value->level > FILE_LEVEL)
+        node->left = newSymbolNode(value);
+    node->routine = leaveObjects;
+    node->next = statement->chain;
+    statement->operandD.tree = node;
+    statement->chain = node;
+}
+
+namespace {
+
+bool isFrameOf(const ScopeFrame *frame, const ExecContext *context) {
+    return frame && context->function && frame->level >= context->function->parameterLevel;
+}
+
+}  // namespace
+
+void leaveObjects(ExprNode *node) {
+    if (TypeInfo *kept = variableOf(node->left))
+        findVarCell(kept)->flags &= ~CELL_LIVES;
+    ExecContext *context = currentContext;
+    for (const ScopeFrame *frame = context->frames; isFrameOf(frame, context);
+         frame = frame->outer) {
+        if (frame->isFunction) {
+            runDestructors(static_cast<const FuncInfo *>(frame->owner)->parameters);
+            break;
+        }
+        runDestructors(static_cast<const StmtNode *>(frame->owner)->operandC.symbols);
+    }
+}
+
+}  // namespace zy

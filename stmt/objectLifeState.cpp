@@ -1,0 +1,7 @@
+#include "stmt/objectLifeState.h"
+
+namespace zy {
+
+std::vector<TypeInfo *> staticObjects;
+
+}  // namespace zy
