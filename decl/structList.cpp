@@ -118,7 +118,7 @@ namespace {
 // Functions, names of types and what belongs to the class as a whole have no place in an object; a
 // bit-field without a name has one that can't be named.
 bool isListed(const TypeInfo *member) {
-    bool isPad = member->name && strcmp(member->name->text, "__bitfieldpad") == 0;
+    bool isPad = member->bitField && strcmp(member->name->text, "__bitfieldpad") == 0;
     return takesRoom(member, AGGREGATE_STRUCT) && !isPad;
 }
 

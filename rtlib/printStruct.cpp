@@ -33,7 +33,7 @@ private:
 };
 
 bool isPrinted(const TypeInfo *member) {
-    bool isPad = member->name && strcmp(member->name->text, "__bitfieldpad") == 0;
+    bool isPad = member->bitField && strcmp(member->name->text, "__bitfieldpad") == 0;
     return member->storage != STORAGE_STATIC && member->storage != STORAGE_TYPEDEF &&
            member->kind != KIND_FUNCTION && member->kind != KIND_REFERENCE &&
            !isEnumerator(member) && !isPad;
