@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "decl/construction.h"
 #include "decl/currentToken.h"
 #include "decl/listReader.h"
 #include "expr/guards.h"
+#include "expr/members.h"
+#include "expr/operators.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/convert.h"
@@ -86,7 +89,9 @@ ArrayReader::ArrayReader(ListReader &reader, const TypeInfo *symbol, bool ofMemb
 }
 
 const ArrayTexts &ArrayReader::texts() const {
-    return isMember ? fieldTexts : isStructArray() ? structTexts : arrayTexts;
+    if (isMember)
+        return fieldTexts;
+    return isStructArray() && !isConstructed() ? structTexts : arrayTexts;
 }
 
 bool ArrayReader::isOpen() const {
@@ -146,8 +151,8 @@ bool isAggregate(const TypeInfo *member) {
 // With the { consumed: a row, or, of structs, one of them. Of structs only a second brace that
 // their first member can't have tells a row.
 bool ArrayReader::parseBracedItem(size_t dimension, Rows &rows) {
-    bool isElement =
-        isStructArray() && (!list.openFollows() || isAggregate(firstListMember(array->structLink)));
+    bool isElement = isStructArray() && !isConstructed() &&
+                     (!list.openFollows() || isAggregate(firstListMember(array->structLink)));
     if (isElement)
         return parseElement(true);
     if (rows == Rows::FLAT && !isStructArray())
@@ -183,6 +188,7 @@ void ArrayReader::fillGap() {
     written = position;
     if (gap == 0)
         return;
+    hasGap = true;
     if (isStructArray()) {
         list.addCount(-static_cast<int>(gap));
     } else if (ExprNode *leaf = newZeroValue(DT_VOID)) {
@@ -203,11 +209,58 @@ bool ArrayReader::parseElement(bool opened) {
     if (isStructArray()) {
         fillGap();
         count->payload.i++;
+        uint64_t index = position;
         position = written = position + 1;
-        return list.parseStructValues(array->structLink, opened);
+        return isConstructed() ? parseObject(index)
+                               : list.parseStructValues(array->structLink, opened);
     }
     ExprNode *tree = list.takeTree();
     return tree ? addTree(tree) : refuse(texts().invalid);
+}
+
+namespace {
+
+bool isConstructorCall(const ExprNode *tree, const StructInfo *info) {
+    bool isCall = tree->kind == NODE_OPERATOR && tree->op == OP_CALL;
+    return isCall && variableOf(tree->left) == info->constructor;
+}
+
+// The call runs on the element: (*((T *)array + index)).constructor(...).
+ExprNode *elementConstructorCall(TypeInfo *array, uint64_t index, ExprNode *call) {
+    StructInfo *info = array->structLink;
+    TypeInfo *type = newTypeInfo();
+    type->level = TYPE_ONLY_LEVEL;
+    type->dataType = DT_P_STRUCT;
+    type->structLink = info;
+    ExprNode *first = newOperatorNode(OP_CAST, newSymbolNode(type), newSymbolNode(array));
+    ExprNode *place = newOperatorNode(OP_POINTER_ADD, first, newIntNode(static_cast<int>(index)));
+    ExprNode *element = newOperatorNode(OP_INDIRECTION, place);
+    deleteNode(call->left);
+    call->left =
+        newOperatorNode(OP_MEMBER, element, newIntNode(memberIndex(info, info->constructor)));
+    return call;
+}
+
+}  // namespace
+
+bool ArrayReader::parseObject(uint64_t index) {
+    ExprNode *tree = list.takeTree();
+    if (!tree)
+        return refuse(texts().invalid);
+    if (isConstructorCall(tree, array->structLink)) {
+        list.addCount(CONSTRUCTED_OBJECT);
+        list.addValue(elementConstructorCall(const_cast<TypeInfo *>(array), index, tree));
+    } else {
+        list.addWholeStruct(array->structLink, tree);
+    }
+    return true;
+}
+
+bool ArrayReader::checkRest() const {
+    bool isFull = extents[0] == UNLIMITED ? written == roundedUp(written, groupSize(1))
+                                          : written == groupSize(0);
+    bool isComplete = isFull && !hasGap;
+    return isComplete || !isConstructed() || checkConstruction(array);
 }
 
 namespace {
@@ -303,7 +356,7 @@ namespace {
 bool readArray(ListReader &list, const TypeInfo *symbol) {
     ArrayReader elements(list, symbol, false);
     bool isRead = list.acceptOpen() ? elements.parseGroup(0) : elements.takeText(list.takeTree());
-    return isRead && elements.setOpenLimit();
+    return isRead && elements.checkRest() && elements.setOpenLimit();
 }
 
 bool refuseList(const char *text) {

@@ -131,7 +131,7 @@ void noteLifeAtRun(TypeInfo *symbol) {
 bool constructByCall(TypeInfo *symbol, ExprNode *tree) {
     if (!isLivingObject(symbol))
         return false;
-    findVarCell(symbol)->flags |= CELL_LIVES;
+    beginLife(symbol);
     if (!callOnVariable(symbol, tree))
         return false;
     runNow(symbol, compileChain(tree, nullptr, false));

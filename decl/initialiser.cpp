@@ -11,6 +11,7 @@
 #include "expr/evaluator.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
+#include "expr/objects.h"
 #include "expr/operators.h"
 #include "expr/parser.h"
 #include "expr/scope.h"
@@ -100,8 +101,9 @@ void completeStorage(TypeInfo *symbol) {
 }
 
 // The chain of a list's values. Long lists have none: each value is evaluated when it is stored.
-ExprNode *threadList(const ExprNode *list) {
-    int count = 0;
+// Neither have objects that are constructed in the order of their elements.
+ExprNode *threadList(const ExprNode *list, const TypeInfo *symbol) {
+    int count = hasConstructor(symbol) ? CHAINED_VALUES_MAX + 1 : 0;
     for (const ExprNode *cell = list->left; cell; cell = cell->next)
         count++;
     if (count <= CHAINED_VALUES_MAX)
@@ -174,7 +176,7 @@ void refuseValues(const ExprNode *values) {
 
 void evaluateList(const ExprNode *list, TypeInfo *symbol) {
     ParseTimeRun run;
-    if (ExprNode *chain = threadList(list))
+    if (ExprNode *chain = threadList(list, symbol))
         runNested(chain);
     if (runStatus != RUN_CLEAN)
         refuseValues(list->left);
@@ -234,6 +236,8 @@ void parseStaticList(TypeInfo *symbol) {
     completeStorage(symbol);
     if (isRead && !errorFlag)
         evaluateList(statement.operandB.tree, symbol);
+    if (isLivingObject(symbol) && !errorFlag)
+        beginLife(symbol);
     deleteNode(statement.operandA.tree);
     deleteNode(statement.operandB.tree);
 }
@@ -274,7 +278,7 @@ void parseAutoList(TypeInfo *symbol) {
     bool isRead = readList(symbol, statement);
     completeStorage(symbol);
     if (isRead && !errorFlag)
-        statement->chain = threadList(statement->operandB.tree);
+        statement->chain = threadList(statement->operandB.tree, symbol);
 }
 
 }  // namespace

@@ -24,6 +24,8 @@ void skipBraceList();
 // A struct that one expression gives whole has this count. Elements that a list passes over are a
 // value of type void, of structs a count, and tell how many: the count as a negative number.
 constexpr int WHOLE_OBJECT = 0x7fffffff;
+// One that a constructor call in the list has made in its place.
+constexpr int CONSTRUCTED_OBJECT = WHOLE_OBJECT - 1;
 
 // A longer list has no chain of its own: each value is evaluated when it is stored.
 constexpr int CHAINED_VALUES_MAX = 4095;

@@ -52,6 +52,8 @@ public:
     // A struct: in braces of its own, with the { consumed if `opened`; or its members' values as
     // they stand in the list around it; or one expression that gives it whole.
     bool parseStructValues(StructInfo *info, bool opened);
+    // One expression that gives a struct whole. Takes the tree.
+    void addWholeStruct(StructInfo *info, ExprNode *tree);
 
     // Steps over what is left of a list after a message, up to its last } or the statement's end.
     void skipRest();
@@ -60,7 +62,6 @@ public:
     void finish(StmtNode *statement);
 
 private:
-    bool parseWholeStruct(StructInfo *info);
     bool parseMembers(const StructInfo *info, bool braced, ExprNode *given);
     bool parseMember(const TypeInfo *member);
     bool parseScalarMember(const TypeInfo *member);
@@ -85,6 +86,8 @@ public:
     bool takeText(ExprNode *tree);
     // An open first dimension becomes as large as the list.
     bool setOpenLimit();
+    // Objects that the list doesn't name must be such as can be made without arguments.
+    bool checkRest() const;
 
 private:
     enum class Rows { UNKNOWN, BRACED, FLAT };
@@ -93,6 +96,7 @@ private:
     bool parseItem(size_t dimension, Rows &rows);
     bool parseBracedItem(size_t dimension, Rows &rows);
     bool parseElement(bool opened);
+    bool parseObject(uint64_t index);
     bool addTree(ExprNode *tree);
     bool addText(ExprNode *tree);
     void addAt(ExprNode *tree, uint64_t size);
@@ -100,6 +104,7 @@ private:
     bool isOpen() const;
     bool isVector() const { return extents.size() == 1; }
     bool isStructArray() const { return array->dataType == DT_STRUCT; }
+    bool isConstructed() const { return isStructArray() && array->structLink->constructor; }
     const struct ArrayTexts &texts() const;
 
     ListReader &list;
@@ -109,6 +114,7 @@ private:
     ExprNode *count;
     uint64_t position = 0;  // where the next value belongs
     uint64_t written = 0;   // elements that the list accounts for
+    bool hasGap = false;
 };
 
 }  // namespace zy

@@ -148,26 +148,24 @@ bool ListReader::parseStructValues(StructInfo *info, bool opened) {
             parseError("invalid struct initializer ");
             return false;
         }
-        if (treeDataType(tree) == DT_STRUCT)
-            return parseWholeStruct(info);
+        if (treeDataType(tree) == DT_STRUCT) {
+            addWholeStruct(info, takeTree());
+            return true;
+        }
     }
     return parseMembers(info, braced, addCount(0));
 }
 
-bool ListReader::parseWholeStruct(StructInfo *info) {
+void ListReader::addWholeStruct(StructInfo *info, ExprNode *tree) {
     TypeInfo *type = newTypeInfo();
-    if (!type)
-        return false;
     type->level = TYPE_ONLY_LEVEL;
     type->dataType = DT_STRUCT;
     type->structLink = info;
     ExprNode *target = newSymbolNode(type);
-    ExprNode *tree = takeTree();
     checkInitialiser(target, tree);
     deleteNode(target);
     addCount(WHOLE_OBJECT);
     addValue(tree);
-    return true;
 }
 
 bool ListReader::parseMembers(const StructInfo *info, bool braced, ExprNode *given) {

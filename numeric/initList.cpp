@@ -114,17 +114,26 @@ void ListStore::storeElements(const Elements &elements) {
         storeScalars(elements, given);
 }
 
+// Objects that the list passes over are made without arguments.
+void constructFrom(const Elements &elements, uint64_t first, uint64_t end) {
+    if (elements.info->constructor && first < end)
+        constructObjects(elements.at(first), static_cast<uint32_t>(end - first), elements.info);
+}
+
 void ListStore::storeStructs(const Elements &elements, int given) {
     uint64_t index = 0;
     for (; given > 0; given--) {
         int passedOver = count ? count->item->payload.i : 0;
         if (passedOver < 0) {
             takeCount();
-            index += static_cast<uint64_t>(-static_cast<int64_t>(passedOver));
+            uint64_t next = index + static_cast<uint64_t>(-static_cast<int64_t>(passedOver));
+            constructFrom(elements, index, std::min(next, elements.count));
+            index = next;
         } else if (index < elements.count) {
             storeStruct(elements.at(index++), elements.info);
         }
     }
+    constructFrom(elements, index, elements.count);
 }
 
 void ListStore::storeScalars(const Elements &elements, int given) {
@@ -188,9 +197,10 @@ uint64_t ListStore::storeAny(const Elements &elements, uint64_t index) {
 
 void ListStore::storeStruct(char *address, const StructInfo *info) {
     int given = takeCount();
-    if (given == WHOLE_OBJECT) {
+    if (given == WHOLE_OBJECT || given == CONSTRUCTED_OBJECT) {
         const Operand object = takeValue();
-        if (object && !isNullAddress(object->payload.p))
+        bool isElsewhere = given == WHOLE_OBJECT && object && !isNullAddress(object->payload.p);
+        if (isElsewhere)
             copyObject(address, object->payload.p, info);
         return;
     }

@@ -75,12 +75,16 @@ bool isStaticInside(const TypeInfo *symbol) {
 
 }  // namespace
 
+void beginLife(TypeInfo *symbol) {
+    findVarCell(symbol)->flags |= CELL_LIVES;
+    if (isStaticInside(symbol))
+        staticObjects.push_back(symbol);
+}
+
 void constructVariable(TypeInfo *symbol) {
     destroyVariable(symbol);  // a jump back to its declaration
     VarCell *cell = findVarCell(symbol);
-    cell->flags |= CELL_LIVES;
-    if (isStaticInside(symbol))
-        staticObjects.push_back(symbol);
+    beginLife(symbol);
     constructObjects(cell->data.p, countOf(cell), symbol->structLink);
 }
 
