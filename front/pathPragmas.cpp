@@ -1,3 +1,6 @@
+// The pragmas of paths share one table: the variable, the folders of the form <name> and of a
+// package, and what is said of a bad operand.
+
 #include "front/pathPragmas.h"
 
 #include <cstring>

@@ -1,3 +1,5 @@
+// The life of the preprocessor's state: a program starts with none of it.
+
 #include "front/preprocessor.h"
 
 #include "front/macros.h"

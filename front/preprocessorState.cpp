@@ -1,3 +1,5 @@
+// The cells of the preprocessor.
+
 #include "front/preprocessorState.h"
 
 #include <cstdlib>

@@ -1,3 +1,6 @@
+// The functions of the C library that need no more of the language than their operands. Where the
+// library leaves the behaviour open, NULL above all, they answer with its failure value.
+
 #include "rtlib/cFunctions.h"
 
 #include <cctype>

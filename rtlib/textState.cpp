@@ -1,3 +1,5 @@
+// The cells of strtok.
+
 #include "rtlib/textState.h"
 
 #include <cstdlib>

@@ -24,6 +24,11 @@
 
 typedef long long fpos_t;
 
+/* A text of any length first, then as much of it as fits. */
+static string_t __formatted;
+int __storeText(char *s, size_t n, string_t text);
+#define snprintf(s, n, ...) (sprintf(__formatted, __VA_ARGS__), __storeText(s, n, __formatted))
+
 #define fopen(path, mode) _fopen(path, mode)
 #define freopen(path, mode, stream) _freopen(path, mode, stream)
 #define fclose(stream) _fclose(stream)

@@ -88,5 +88,8 @@ int main(void) {
     sprintf(buffer, "%05d|%-6s|%+.2f|%x|%c", 42, "ab", 3.14159, 255, 'Z');
     printf("%s %d\n", buffer, (int)strlen(buffer));
     printf("%s\n", strpbrk("hello world", "wr"));
+    printf("%d ", snprintf(buffer, 8, "%d and %s", 1234, "more"));
+    printf("%s|", buffer);
+    printf("%d %s\n", snprintf(other, sizeof(other), "%5.1f", 2.25), other);
     return 0;
 }
