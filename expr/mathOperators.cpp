@@ -1,5 +1,7 @@
 // Mathematical operators that aren't one formula of their operands: min and max.
 
+#include <limits>
+
 #include "expr/mathFamilies.h"
 #include "expr/operators.h"
 #include "numeric/shape.h"

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cmath>
-#include <limits>
 #include <type_traits>
 
 #include "expr/operands.h"
@@ -391,21 +390,6 @@ template <class Comparison>
 void compareTexts(ExprNode *node) {
     if (int order; takeTextOrder(node, order))
         pushScalar<int>(Comparison::of(order, 0));
-}
-
-// The least or greatest of the arguments, a list.
-template <class Comparison, class T>
-void extreme(ExprNode *node) {
-    using Limits = std::numeric_limits<T>;
-    T best = Comparison::of(0, 1) ? Limits::max() : Limits::lowest();
-    for (const ExprNode *cell = node->left; cell; cell = cell->next) {
-        Operand argument(cell->item, Operand::CONTENTS);
-        if (!argument)
-            return;
-        if (T number = Scalar<T>::read(argument.get()); Comparison::of(number, best))
-            best = number;
-    }
-    pushScalar(best);
 }
 
 }  // namespace zy
