@@ -172,7 +172,8 @@ SpecifierScan::Step SpecifierScan::takeTag(NameEntry *name) {
     result.tagName = name;
     peekNonBlank();
     bool opensBody = lineBuffer[linePos] == '{';
-    bool declaresHere = opensBody || lineBuffer[linePos] == ';';
+    bool isAlone = lineBuffer[linePos] == ';' && level != TYPE_ONLY_LEVEL;
+    bool declaresHere = opensBody || isAlone;
     Symbol *tag = declaresHere ? tagInList(name, symbolList) : visibleTag(name, symbolList);
     if (tag && !tagMatches(tag, result.aggregate))
         return STEP_FAILED;
