@@ -414,6 +414,13 @@ ExprNode *directNode(ExprNode *tree) {
     return node;
 }
 
+DirectNumber makeDirectNumber(ExprNode *tree) {
+    DirectForm form = makeDirect(tree);
+    if (!form)
+        return nullptr;
+    return withType(form.type, []<class T>() -> DirectNumber { return giveNumber<T>; });
+}
+
 bool makeDirectStatement(ExprNode *tree) {
     if (!tree || tree->kind != NODE_OPERATOR)
         return false;

@@ -34,6 +34,9 @@ ExprNode *directNode(ExprNode *tree);
 bool makeDirectStatement(ExprNode *tree);
 bool makeDirectCondition(ExprNode *tree);
 
+// What sets a record to the tree's number; NULL for a tree that isn't direct.
+DirectNumber makeDirectNumber(ExprNode *tree);
+
 // Whether a tree is more than a constant that is read where it stands.
 inline bool isStatementTree(const ExprNode *tree) {
     return tree->kind == NODE_OPERATOR || (tree->kind == NODE_VALUE && tree->type == DT_NAME);

@@ -295,6 +295,12 @@ void pushNumber(ExprNode *node) {
         setScalar(value, number);
 }
 
+template <class T>
+void giveNumber(ExprNode *tree, Value *result) {
+    result->kind = NODE_VALUE;
+    setScalar(result, static_cast<T>(runDirect<Register<T>>(tree)));
+}
+
 template <auto function>
 void forEffect(ExprNode *tree) {
     function(tree);

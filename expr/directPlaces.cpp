@@ -229,7 +229,7 @@ bool isPure(const ExprNode *tree) {
         return isPure(tree->item) && isPure(tree->next);
     if (tree->kind != NODE_OPERATOR)
         return true;
-    return !isAssigning(tree->op) && isPure(tree->left) && isPure(tree->right) &&
+    return !isAssigning(tree->op) && tree->op != OP_CALL && isPure(tree->left) && isPure(tree->right) &&
            isPure(tree->third);
 }
 

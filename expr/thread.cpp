@@ -14,7 +14,7 @@
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
 #include "expr/arrayRoutines.h"
-#include "expr/direct.h"
+#include "expr/directPlaces.h"
 #include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
 #include "expr/nodes.h"
@@ -294,11 +294,44 @@ const TypeInfo *firstFormal(const FuncInfo *function) {
     return hasThis ? formal->next : formal;
 }
 
+bool takesNumber(const TypeInfo *formal) {
+    return formal->kind == KIND_SIMPLE && isReal(formal->dataType);
+}
+
+// Whether what gives the function may run before the arguments: it is a function or a pointer, or
+// an element or target of one.
+bool isPlainCallee(const ExprNode *callee) {
+    if (!isOperator(callee))
+        return true;
+    bool isElement = isSubscript(callee->op) || callee->op == OP_INDIRECTION;
+    return isElement && !isOperator(callee->left) && isPure(callee->right);
+}
+
+// Numbers for formals that take numbers are computed by the call itself, if all of them are such:
+// then the order in which they run is the same.
+bool takeDirectArguments(ExprNode *node) {
+    const FuncInfo *function = calledFunction(node);
+    const TypeInfo *formal = firstFormal(function);
+    // A member function has its object before them.
+    bool direct = formal && formal == function->parameters && isPlainCallee(node->left);
+    for (ExprNode *cell = node->right; cell; cell = cell->next) {
+        direct = direct && formal && takesNumber(formal);
+        cell->number = direct ? makeDirectNumber(cell->item) : nullptr;
+        direct = direct && cell->number;
+        formal = formal ? formal->next : nullptr;
+    }
+    for (ExprNode *cell = node->right; cell && !direct; cell = cell->next)
+        cell->number = nullptr;
+    return direct;
+}
+
 // The arguments, last first, then what gives the function, then the call.
 void threadCall(ChainBuilder &chain, ExprNode *node) {
     chain.emit(node);
     if (isOperator(node->left))
         chain.read(node->left);
+    if (takeDirectArguments(node))
+        return;
     const TypeInfo *formal = firstFormal(calledFunction(node));
     for (ExprNode *cell = node->right; cell; cell = cell->next) {
         threadArgument(chain, cell->item, formal);

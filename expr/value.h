@@ -69,6 +69,7 @@ using NodeRoutine = void (*)(ExprNode *node);
 // Computes the number of a tree that needs no stack (expr/direct.h).
 using DirectInteger = int64_t (*)(ExprNode *tree);
 using DirectReal = double (*)(ExprNode *tree);
+using DirectNumber = void (*)(ExprNode *tree, ExprNode *result);
 using DirectPlace = void *(*)(ExprNode *target);  // where its number lies, or NULL
 
 struct ExprNode {
@@ -79,6 +80,7 @@ struct ExprNode {
         DirectInteger integer;  // of a direct tree, by its static type
         DirectReal real;
         DirectPlace place;
+        DirectNumber number;  // of the list cell of an argument that is a direct tree
     };
     uint32_t kind;  // NodeKind
     union {

@@ -8,6 +8,7 @@
 
 #include "decl/funcInfo.h"
 #include "expr/context.h"
+#include "expr/direct.h"
 #include "expr/nodes.h"
 #include "expr/objects.h"
 #include "expr/operators.h"
@@ -123,6 +124,18 @@ TypeInfo *calleeOf(ExprNode *node) {
 
 // ---- Arguments ----------------------------------------------------------------------------------
 
+// An argument's value: computed here for one that is direct, else as operandOf() finds it.
+Value *valueOfArgument(ExprNode *cell, bool &popped) {
+    if (!cell->number)
+        return operandOf(cell->item, popped);
+    noteDirectSteps(cell->item);
+    Value *value = newValue();
+    popped = value != nullptr;
+    if (value)
+        cell->number(cell->item, value);
+    return value;
+}
+
 bool isByReference(const TypeInfo *formal) {
     return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
 }
@@ -165,7 +178,7 @@ VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
         return newLink(findVarCell(variable));
     Value *address = referenceAddressOf(actual) ? popValue() : nullptr;
     bool popped;
-    Value *value = operandOf(actual, popped);
+    Value *value = valueOfArgument(cell, popped);
     VarCell *copy = newArgument(formal, value);
     if (value && popped)
         deleteValue(value);
@@ -186,7 +199,7 @@ VarCell *newFormal(TypeInfo *formal, ExprNode *cell) {
     if (variable)
         return newArrayArgument(formal, findVarCell(variable));
     bool popped;
-    Value *value = operandOf(cell->item, popped);
+    Value *value = valueOfArgument(cell, popped);
     VarCell *argument =
         isArray && value ? newArrayArgument(formal, value) : newArgument(formal, value);
     if (value && popped)
@@ -210,7 +223,18 @@ TypeInfo *passThis(ScopeFrame *frame, TypeInfo *formal) {
     return formal->next;
 }
 
-// Arguments lie on the stack, the first on top.
+// Arguments that are computed here, the last one first.
+void passNumbers(ScopeFrame *frame, TypeInfo *formal, ExprNode *actual, int slot) {
+    if (!formal || !actual)
+        return;
+    passNumbers(frame, formal->next, actual->next, slot + 1);
+    noteDirectSteps(actual->item);
+    Value value;
+    actual->number(actual->item, &value);
+    setSlot(frame, slot, newArgument(formal, &value));
+}
+
+// Other arguments lie on the stack, the first on top.
 void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
     int slot = 0;
     TypeInfo *first = callee->functionLink->parameters;
@@ -218,10 +242,14 @@ void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
         first = passThis(frame, first);
         slot = 1;
     }
+    bool computed = actual && actual->number;
+    if (computed)
+        passNumbers(frame, first, actual, slot);
     for (TypeInfo *formal = first; formal; formal = formal->next, slot++) {
         if (!actual)
             warnOfMissing(callee);
-        setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
+        if (!actual || !computed)
+            setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
         actual = actual ? actual->next : nullptr;
     }
 }
@@ -231,7 +259,7 @@ ExprNode *collectVarArgs(ExprNode *actual) {
     ExprNode *list = nullptr;
     for (; actual; actual = actual->next) {
         bool popped;
-        Value *value = operandOf(actual->item, popped);
+        Value *value = valueOfArgument(actual, popped);
         if (!value)
             continue;
         Value *own = popped ? value : copyNode(value);
@@ -254,7 +282,7 @@ void dropArguments(ExprNode *actual) {
         if (address)
             recycleValue(address);
         bool popped;
-        Value *value = operandOf(actual->item, popped);
+        Value *value = valueOfArgument(actual, popped);
         if (value && popped)
             deleteValue(value);
     }
@@ -378,19 +406,27 @@ void releaseCall(ExecContext *context) {
 }
 
 // The value of a return, which the caller owns; NULL for none.
-Value *operandOfReturn(ExprNode *tree) {
+Value *operandOfReturn(const StmtNode *statement) {
+    ExprNode *tree = statement->operandA.tree;
     if (!tree)
         return nullptr;
+    if (statement->operandE.compute) {
+        noteDirectSteps(tree);
+        Value *value = newValue();
+        if (value)
+            statement->operandE.compute(tree, value);
+        return value;
+    }
     bool popped;
     Value *value = operandOf(tree, popped);
     return value && !popped ? copyNode(value) : value;
 }
 
 // The same converted to what the function gives.
-Value *returnedValue(ExprNode *tree, const FuncInfo *function) {
-    Value *value = operandOfReturn(tree);
+Value *returnedValue(const StmtNode *statement, const FuncInfo *function) {
+    Value *value = operandOfReturn(statement);
     if (returnsArray(function)) {
-        if (TypeInfo *variable = value ? variableOf(tree) : nullptr)
+        if (TypeInfo *variable = value ? variableOf(statement->operandA.tree) : nullptr)
             takeLocalArray(function, variable, value);
         return arrayReturnValue(function, value);
     }
@@ -429,7 +465,7 @@ Value *resultOf(const FuncInfo *function, const StmtNode *statement) {
         return newZeroValue(DT_VOID);
     Value *value = owner && (owner->flags & FLAG_CONSTRUCTOR)
                        ? constructedObject()
-                       : returnedValue(statement->operandA.tree, function);
+                       : returnedValue(statement, function);
     return value ? value : zeroResult(function);
 }
 

@@ -4,6 +4,7 @@
 
 #include "decl/funcInfo.h"
 #include "decl/structInfo.h"
+#include "expr/direct.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
@@ -60,7 +61,10 @@ void returnValue(StmtNode *statement, const FuncInfo *function) {
         checkType(function->returnType, elementTypeOf(tree));
     else
         convertTree(tree, function->returnType);
-    if (!errorFlag)
+    if (errorFlag)
+        return;
+    statement->operandE.compute = makeDirectNumber(tree);
+    if (!statement->operandE.compute)
         statement->chain = compileChain(tree, nullptr, false);
 }
 

@@ -3,15 +3,18 @@
 //
 //   kind        A                  B                 C                D               E
 //   ROOT        main block         labels            pending gotos
-//   BLOCK       first statement    enclosing block   TypeInfo list    tag list        of a body:
-//   phases END                            owning statement FOREACH     index expression   list
-//   condition        delimiters      body IF          condition          then part         else
-//   part        progress LOOP        condition          first of `for`    body             step of
-//   `for`   progress DO          condition                            body progress SWITCH
-//   controlling tree   case groups       body's block     progress        list's end COMMAND
-//   command word       option word       argument text    $ expression RETURN      value FuncInfo
-//   1: of the script GOTO        label record       block of the goto  what it is in EXIT, STOP,
-//   ABORT, PERROR, FREE, CLEARERR, SRAND   argument tree LONGJMP     environment        value
+//   BLOCK       first statement    enclosing block   TypeInfo list    tag list         body: phases
+//   END                            owning statement
+//   FOREACH     index expression   list              condition        delimiters       body
+//   IF          condition          then part         else part        progress
+//   LOOP        condition          first of `for`    body             step of `for`    progress
+//   DO          condition                            body                              progress
+//   SWITCH      controlling tree   case groups       body's block     progress         list's end
+//   COMMAND     command word       option word       argument text    $ expression
+//   RETURN      value              FuncInfo          1: in the script                  of a number
+//   GOTO        label record       block of the goto  what it is in
+//   EXIT, STOP, ABORT, PERROR, FREE, CLEARERR, SRAND   argument tree
+//   LONGJMP     environment        value
 //   INITIALISE  variable           value
 //   DELETE      pointer            array size        destructors
 //   EXPRESSION  expression
@@ -56,6 +59,7 @@ union StmtOperand {
     Enclosing *enclosing;
     intptr_t number;
     unsigned char progress;
+    void (*compute)(ExprNode *tree, ExprNode *result);  // DirectNumber
 };
 
 struct StmtNode {
