@@ -1,0 +1,71 @@
+// What the targets share that give an instance texts to parse and run: the instance, renewed after a
+// number of inputs, and the end of whatever runs too long.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "embed/kernel.h"
+#include "expr/events.h"
+#include "expr/value.h"
+#include "instance/langState.h"
+
+namespace zy {
+
+constexpr int INPUTS_PER_INSTANCE = 500;
+constexpr int STATEMENTS_PER_INPUT = 2000;
+
+inline int inputsLeft = 0;
+inline int statementsLeft = 0;
+
+[[noreturn]] inline void fail(const char *what) {
+    fprintf(stdout, "%s\n", what);
+    abort();
+}
+
+inline int countStatement(void *, ZyDebugInfo *, void *) {
+    if (--statementsLeft <= 0)
+        abortRequest = 1;
+    return 0;
+}
+
+inline void armEvents() {
+    statementsLeft = STATEMENTS_PER_INPUT;
+    abortRequest = 0;
+    e_lang->callbackFn = countStatement;
+    e_lang->callbackMask = EVENT_STATEMENT;
+    e_lang->callbackActive = 1;
+}
+
+inline void freshInstance() {
+    if (inputsLeft-- > 0) {
+        armEvents();
+        return;
+    }
+    static void *handle;
+    if (handle)
+        Zy_End_kernel(handle);
+    handle = &handle;
+    ZyOptions options{};
+    if (Zy_Initialize2_kernel(
+            &handle, &options, [](const char *) { return 0; },
+            [](const char *name) { return getenv(name); }) != 0)
+        fail("an instance can't be made");
+    inputsLeft = INPUTS_PER_INSTANCE;
+    armEvents();
+}
+
+// Nothing may be left on the stack of values.
+inline void checkStack() {
+    if (currentContext && currentContext->stack)
+        fail("a value lies on the stack");
+}
+
+inline std::string textOf(const uint8_t *data, size_t size) {
+    std::string text(reinterpret_cast<const char *>(data), size);
+    return text.substr(0, text.find('\0'));
+}
+
+}  // namespace zy
