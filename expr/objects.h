@@ -27,6 +27,9 @@ void callOnObject(TypeInfo *function, void *object, bool noFree);
 // Default construction and destruction of the elements of a block of memory, in order.
 void constructObjects(void *objects, uint32_t count, const StructInfo *info);
 void destroyObjects(void *objects, uint32_t count, const StructInfo *info);
+// The same for an array that `new` makes. Destruction is of `count` elements, 0 for all of them.
+void constructHeapObjects(void *objects, uint32_t count, const StructInfo *info);
+void destroyHeapObjects(void *objects, uint32_t count, const StructInfo *info);
 // From now on the variable lives, and is destroyed in its time.
 void beginLife(TypeInfo *symbol);
 // The object, or objects, of a variable; it lives after the first and not after the second, which

@@ -485,19 +485,7 @@ bool newTypeFits(const TypeInfo *type) {
     return false;
 }
 
-ExprNode *constructorCalls(Symbol *constructor, Size count) {
-    ExprNode *list = nullptr;
-    for (Size i = 0; i < count; i++) {
-        ExprNode *cell = newListCell(newOperatorNode(OP_CALL, newSymbolNode(constructor)));
-        if (!cell)
-            break;
-        cell->next = list;
-        list = cell;
-    }
-    return list;
-}
-
-// The objects of a class with a constructor: one call makes each of them.
+// Objects of a class with a constructor: a call makes one, those of an array `new` itself.
 ExprNode *newObjects(ExprNode *leaf, Symbol *constructor) {
     const TypeInfo *type = leaf->payload.symbol;
     const FuncInfo *function = constructor->functionLink;
@@ -510,8 +498,7 @@ ExprNode *newObjects(ExprNode *leaf, Symbol *constructor) {
         return newOperatorNode(OP_NEW, leaf);
     }
     if (isArrayType)
-        return newOperatorNode(OP_NEW, leaf,
-                               constructorCalls(constructor, elementCount(type->arrayLink)));
+        return newOperatorNode(OP_NEW, leaf);
     deleteNode(leaf);
     if (function)
         checkArgumentCount(0, function);

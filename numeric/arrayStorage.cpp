@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "decl/arrayInfo.h"
+#include "expr/objects.h"
 #include "expr/operands.h"
 #include "expr/readers.h"
 #include "expr/routines.h"
@@ -104,6 +105,8 @@ void releaseTextsFrom(VarCell *cell, uint32_t first, uint32_t end) {
 
 void allocDeferredArray(TypeInfo *symbol) {
     VarCell *cell = findVarCell(symbol);
+    if (symbol->dataType == DT_STRUCT && hasLife(symbol->structLink))
+        destroyVariable(symbol);  // what an earlier run of the declaration has constructed
     uint32_t oldCount = cell->count, count = 0;
     ShapeList shape =
         evalArrayBounds(symbol->arrayLink->bounds, symbol->arrayLink->fortranOrder, count, true);
@@ -143,6 +146,8 @@ Value *newHeapArray(int type, TypeInfo *model) {
     array->shape = shape;
     array->count = count;
     array->ownership = ARRAY_OWNS_SHAPE;
+    if (model->dataType == DT_STRUCT)
+        constructHeapObjects(array->payload.p, count, model->structLink);
     return array;
 }
 

@@ -1,5 +1,6 @@
 #include "stmt/objectLife.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "decl/aggregates.h"
@@ -61,6 +62,24 @@ void constructObjects(void *objects, uint32_t count, const StructInfo *info) {
 
 void destroyObjects(void *objects, uint32_t count, const StructInfo *info) {
     callOnEach(info->destructor, objects, count, info);
+}
+
+void constructHeapObjects(void *objects, uint32_t count, const StructInfo *info) {
+    if (!hasLife(info) || !objects)
+        return;
+    heapObjects[objects] = count;
+    constructObjects(objects, count, info);
+}
+
+void destroyHeapObjects(void *objects, uint32_t count, const StructInfo *info) {
+    if (!hasLife(info) || !objects)
+        return;
+    auto made = heapObjects.find(objects);
+    if (made != heapObjects.end()) {
+        count = count == 0 ? made->second : std::min(count, made->second);
+        heapObjects.erase(made);
+    }
+    destroyObjects(objects, count, info);
 }
 
 // ---- Variables ----------------------------------------------------------------------------------
@@ -131,7 +150,10 @@ void destroyStaticObjects() {
     staticObjects.clear();
 }
 
-void forgetStaticObjects() { staticObjects.clear(); }
+void forgetStaticObjects() {
+    staticObjects.clear();
+    heapObjects.clear();
+}
 
 // ---- return -------------------------------------------------------------------------------------
 

@@ -4,13 +4,17 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "decl/arrayInfo.h"
 #include "expr/direct.h"
+#include "expr/evaluator.h"
 #include "expr/objects.h"
 #include "expr/readers.h"
 #include "expr/scope.h"
+#include "expr/thread.h"
 #include "expr/typeQueries.h"
 #include "front/lexerState.h"
 #include "instance/report.h"
+#include "numeric/arrayStorage.h"
 #include "numeric/assign.h"
 #include "rtlib/printf.h"
 #include "stmt/arms.h"
@@ -236,11 +240,26 @@ void deletePointer(const Value *value) {
 
 namespace {
 
+// How many objects a delete names: one without dimensions, 0 for all that there are.
+uint32_t deletedCount(const ExprNode *dimensions) {
+    if (!dimensions)
+        return 1;
+    ArrayInfo *info = dimensions->payload.symbol->arrayLink;
+    if (!info)
+        return 0;
+    if (info->shapeKind != SHAPE_DEFERRED)
+        return shapeCount(fixedShapeOf(info));
+    uint32_t count;
+    runNested(compileChain(info->bounds, nullptr, false));
+    releaseShape(evalArrayBounds(info->bounds, false, count, true));
+    return count;
+}
+
 // Here, and not in the block it is of, since an array of objects has its own form of delete.
-void destroyTarget(const Value *pointer) {
+void destroyTarget(const Value *pointer, const ExprNode *dimensions) {
     const StructInfo *info = pointer->payload2.structInfo;
-    if (info && pointer->payload.p)
-        destroyObjects(pointer->payload.p, 1, info);
+    if (hasLife(info) && pointer->payload.p)
+        destroyHeapObjects(pointer->payload.p, deletedCount(dimensions), info);
 }
 
 }  // namespace
@@ -249,7 +268,7 @@ void runDelete(ExecContext *context, StmtNode *statement) {
     bool popped;
     Value *value = operandOf(statement->operandA.tree, popped);
     if (value && value->type == DT_P_STRUCT)
-        destroyTarget(value);
+        destroyTarget(value, statement->operandB.tree);
     if (TypeInfo *variable = variableOf(statement->operandA.tree))
         deleteVariable(variable);
     else if (value)
