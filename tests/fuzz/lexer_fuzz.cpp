@@ -1,6 +1,7 @@
 // The lexer must survive any text. The first byte of an input says how the rest is read: as a file,
 // as a file with an included one, as lines in memory, as a line that is typed; and with which
-// switches. Tokens are pulled to the end of input, with looks ahead between them.
+// switches. Tokens are pulled to the end of input, with looks ahead between them. Directives are
+// tokens here, but for conditional ones: what they would run is no business of the lexer.
 //
 // tests/fuzz/run builds and runs it.
 
@@ -9,9 +10,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "expr/context.h"
 #include "expr/value.h"
 #include "extern/include/embedzy.h"
 #include "front/lexer.h"
+#include "front/preprocessorState.h"
 #include "instance/langState.h"
 
 using namespace zy;
@@ -44,6 +47,8 @@ void freshInstance() {
     if (e_lang)
         cleanMemory();
     initConstSysVars();
+    resetContexts();
+    directivesIdle = true;
     inputsLeft = INPUTS_PER_INSTANCE;
 }
 
@@ -160,6 +165,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (liveValueCount() != values)
         fail("a constant has leaked");
     closeFiles();
+    resetConditions();
     releaseLexer();
     e_lang->rawLineMode = 0;
     return 0;
