@@ -289,7 +289,7 @@ void parseAutoInitialiser(TypeInfo *symbol) {
         parseError("initialize local extern '%s'", symbol->name->text);
     if (isLocalExtern || isTypedef(symbol))
         return;
-    peekNonBlank();
+    peekAndExpand();
     if (braceFollows() || symbol->kind == KIND_C_ARRAY || textFollows(symbol)) {
         if (takesList(symbol))
             parseAutoList(symbol);

@@ -62,6 +62,19 @@ DEFINE_POWER(3, x *x *x)
 DEFINE_POWER(4, power2(power2(x)))
 
 #undef DEFINE_POWER
+
+/* Initial values that begin in a macro. */
+#define POINT(a, b) {a, b}
+#define ROW(n) {n, n + 1, n + 2}
+#define LIST {1, 2, 3}
+#define TITLE "a title"
+
+struct point { int x, y; };
+struct point points[] = {POINT(1, 2), POINT(3, 4)};
+char title[] = TITLE;
+int grid[2][3] = {ROW(1), ROW(4)};
+int list[] = LIST;
+
 #define list_length JOINED(list, JOINED(_, size))
 
 int self = 3, one = 8, two = 9;
@@ -75,7 +88,12 @@ int list_size = 7;
 int main(void) {
     int numbers[] = {5, 3, 9, 1}, i;
     const char *text = EXPANDED(LEVEL) "-" STRING(LEVEL) "-" EXPANDED(JOIN(1, 2));
+    struct point p = POINT(5, 6);
+    char local[] = TITLE " here";
+    int mine[3] = LIST;
     LOG("started");
+    printf("%d %d %d %d\n", points[1].x, p.y, grid[1][2], (int)COUNT(list));
+    printf("%s %s %d %d\n", title, local, (int)sizeof(local), mine[2]);
     LOG("%d and %s", 5, EXPANDED(MIN(a, "b\n")));
     printf("%s %d\n", text, (int)COUNT(numbers));
     SWAP(int, numbers[0], numbers[3]);
