@@ -22,8 +22,6 @@ Value *undefinedResult(const ArrayOperand &model, const ArrayOperand *other, int
     return result.get();
 }
 
-size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(elementType)); }
-
 }  // namespace
 
 // ---- Arithmetic ---------------------------------------------------------------------------------

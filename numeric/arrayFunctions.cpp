@@ -71,8 +71,6 @@ const KernelTable *kernelsFor(int code) {
     }
 }
 
-size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(elementType)); }
-
 }  // namespace
 
 ElementKernel functionKernel(int code, int elementType) { return (*kernelsFor(code))[elementType]; }

@@ -87,12 +87,26 @@ bool ArrayOperand::isNumeric() const { return isElementType(elementType); }
 ScratchMemory::ScratchMemory(size_t bytes) : memory(bytes ? allocOrFail(bytes) : nullptr) {}
 ScratchMemory::~ScratchMemory() { free(memory); }
 
+int rankOf(const ShapeNode *shape) {
+    int rank = 0;
+    for (; shape; shape = shape->next)
+        rank++;
+    return rank;
+}
+
+size_t extentOf(const ShapeNode *dimension) {
+    int64_t extent = int64_t{dimension->extent.limit} - dimension->extent.lower;
+    return static_cast<size_t>(std::max<int64_t>(0, extent));
+}
+
+size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(elementType)); }
+
 int commonType(int left, int right) { return std::max({left, right, static_cast<int>(DT_INT)}); }
 
 ElementSource sourceOf(const ArrayOperand &operand, int kernelType) {
     bool same = operand.elementType == kernelType;
     return {operand.data, same ? nullptr : conversionKernel(kernelType, operand.elementType),
-            static_cast<size_t>(elementSize(operand.elementType)), nullptr};
+            bytesOf(operand.elementType), nullptr};
 }
 
 // ---- Pairs of operands --------------------------------------------------------------------------
@@ -141,7 +155,7 @@ bool canBecome(const Value *operand, size_t elementBytes, uint32_t count) {
     return operand && isArrayLike(static_cast<int>(operand->type)) &&
            operand->ownership == ARRAY_OWNED && operand->count == count && operand->payload.p &&
            isElementType(operand->payload2.elementType) &&
-           static_cast<size_t>(elementSize(operand->payload2.elementType)) == elementBytes;
+           bytesOf(operand->payload2.elementType) == elementBytes;
 }
 
 void takeShape(Value *result, const Value *model) {
@@ -172,7 +186,7 @@ void releaseOperand(Value *operand) {
 ArrayResult::ArrayResult(const ArrayOperand &model, const ArrayOperand *other, int elementType,
                          uint32_t count)
     : left(model.value), right(other ? other->value : nullptr), result(nullptr) {
-    size_t bytes = static_cast<size_t>(elementSize(elementType));
+    size_t bytes = bytesOf(elementType);
     if (canBecome(left, bytes, count) && shapeCount(model.shape) == count)
         result = left;
     else if (canBecome(right, bytes, count) && shapeCount(model.shape) == count)

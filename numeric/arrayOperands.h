@@ -62,6 +62,10 @@ private:
     alignas(16) unsigned char bytes[16];
 };
 
+int rankOf(const ShapeNode *shape);
+size_t extentOf(const ShapeNode *dimension);
+size_t bytesOf(int elementType);
+
 // The element type that two operands compute in.
 int commonType(int left, int right);
 

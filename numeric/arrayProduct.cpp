@@ -18,20 +18,6 @@ namespace zy {
 
 namespace {
 
-size_t bytesOf(int elementType) { return static_cast<size_t>(elementSize(elementType)); }
-
-size_t extentOf(const ShapeNode *node) {
-    return static_cast<size_t>(
-        std::max<int64_t>(0, int64_t{node->extent.limit} - node->extent.lower));
-}
-
-int rankOf(const ShapeNode *shape) {
-    int rank = 0;
-    for (; shape; shape = shape->next)
-        rank++;
-    return rank;
-}
-
 ShapeNode *copyDimension(const ShapeNode *node) {
     return newShapeNode(node->extent.lower, node->extent.limit);
 }

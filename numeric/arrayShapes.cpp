@@ -45,11 +45,6 @@ Transposition transpositionOf(int elementType) {
     }
 }
 
-size_t extentOf(const ShapeNode *node) {
-    return static_cast<size_t>(
-        std::max<int64_t>(0, int64_t{node->extent.limit} - node->extent.lower));
-}
-
 ShapeList transposedShape(const ShapeNode *shape) {
     ShapeList first = newShapeNode(shape->next->extent.lower, shape->next->extent.limit);
     if (first)
@@ -104,9 +99,7 @@ Value *arrayTranspose(Value *value, Value *, int) {
 
 Value *arrayShape(Value *value, Value *, int) {
     const ShapeNode *shape = isArrayLike(static_cast<int>(value->type)) ? value->shape : nullptr;
-    int rank = 0;
-    for (const ShapeNode *node = shape; node; node = node->next)
-        rank++;
+    int rank = rankOf(shape);
     ShapeList resultShape = newShapeNode(0, std::max(rank, 1));
     setRowStrides(resultShape);
     Value *result = newArrayValue(DT_INT, resultShape);

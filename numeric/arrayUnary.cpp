@@ -135,7 +135,7 @@ Value *mapArray(const ArrayOperand &array, const KernelTable &kernels, int resul
     if (!result)
         return nullptr;
     ElementStep step{array.isNumeric() ? kernels[array.elementType] : nullptr,
-                     static_cast<size_t>(elementSize(resultType)),
+                     bytesOf(resultType),
                      sourceOf(array, array.elementType),
                      {},
                      false};
