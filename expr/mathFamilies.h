@@ -95,6 +95,61 @@ struct ConjugateNumber {
     }
 };
 
+// Part by part: the remainder by the smaller of both quotients, and powers of 2.
+struct PairRemainder {
+    template <class Pair>
+    static Pair of(Pair a, Pair b) {
+        if (isNaNPair(a) || isNaNPair(b) || isInfPair(a) || isZeroPair(b))
+            return nanPair<Pair>;
+        if (isInfPair(b))
+            return a;
+        auto first = std::trunc(a.first / b.first), second = std::trunc(a.second / b.second);
+        auto times = second < first || std::isnan(first) ? second : first;
+        return {a.first - times * b.first, a.second - times * b.second};
+    }
+};
+struct PairScale {
+    template <class Pair>
+    static Pair of(Pair z, Pair exponents) {
+        return {std::ldexp(z.first, truncateToInt32(exponents.first)),
+                std::ldexp(z.second, truncateToInt32(exponents.second))};
+    }
+};
+
+// ---- Polar form ---------------------------------------------------------------------------------
+
+// A complex number as modulus and angle; a real one has the angle 0 or pi.
+template <class Pair>
+struct PolarFamily {
+    static void run(Value *result, const Value *operand) {
+        WideComplex polar;
+        if (operand->type == DT_COMPLEX || operand->type == DT_DCOMPLEX) {
+            WideComplex z = widened(Scalar<Pair>::read(operand));
+            polar = {complexAbs(z), complexArg(z)};
+        } else {
+            double x = readDouble(operand);
+            bool isNegative = x < 0 || isNegativeZero(x);
+            polar = isNegative ? WideComplex{-x, 3.1415927f} : WideComplex{x, 0};
+        }
+        setScalar(result, narrowed<Pair>(polar));
+    }
+};
+template <class Pair>
+void polarForm(ExprNode *node) {
+    runUnary<PolarFamily<Pair>>(node);
+}
+
+template <class Pair>
+struct FromPolar {
+    static Pair of(double modulus, double angle) {
+        if (std::isinf(modulus) && !std::isnan(angle))
+            return infPair<Pair>;
+        double imaginary = modulus * std::sin(angle);
+        return narrowed<Pair>(
+            WideComplex{modulus * std::cos(angle), std::isnan(imaginary) ? wideNaN : imaginary});
+    }
+};
+
 // ---- Parts --------------------------------------------------------------------------------------
 
 // A real number has itself as the first part and 0 as the second.
@@ -127,16 +182,20 @@ struct PairFromParts {
         return {static_cast<Part>(x), static_cast<Part>(y)};
     }
 };
-template <class Pair>
+template <class Maker>
 struct PairFamily {
     static void run(Value *result, const Value *left, const Value *right) {
-        setScalar(result, PairFromParts<Pair>::of(readDouble(left), readDouble(right)));
+        setScalar(result, Maker::of(readDouble(left), readDouble(right)));
     }
     static bool runFast(Value *, const Value *, const Value *) { return false; }
 };
 template <class Pair>
 void pairOfParts(ExprNode *node) {
-    runBinary<PairFamily<Pair>>(node);
+    runBinary<PairFamily<PairFromParts<Pair>>>(node);
+}
+template <class Pair>
+void pairFromPolar(ExprNode *node) {
+    runBinary<PairFamily<FromPolar<Pair>>>(node);
 }
 
 // ---- Branches -----------------------------------------------------------------------------------
