@@ -138,6 +138,11 @@ bool declaresConstructor(const Specifiers &specifiers, const Declarator &declara
 NameStatus nameConstructor(const Specifiers &specifiers, Declarator &declarator) {
     pushedBack = true;
     declarator.name = specifiers.typeSymbol->name;
+    const StructInfo *info = specifiers.typeSymbol->structLink;
+    if (destructorSeen ? info->destructor : info->constructor) {
+        parseError("identifier '%s' redeclared", declarator.name->text);
+        return NAME_MISSING;
+    }
     if (!destructorSeen)
         return NAME_NEW;
     declarator.dataType = DT_VOID;

@@ -151,6 +151,18 @@ void Layout::placeInUnion(TypeInfo *member) {
     offset = std::max(offset, static_cast<uint32_t>(memberSize(member)));
 }
 
+// The texts of a union can't be told from its other members.
+bool holdsTexts(const StructInfo *info) {
+    for (const TypeInfo *member = info->members; member; member = member->next) {
+        if (!takesRoom(member, AGGREGATE_STRUCT) || isFunctionKind(member))
+            continue;
+        bool isNested = member->dataType == DT_STRUCT && member->structLink;
+        if (member->dataType == DT_STRING || (isNested && member->structLink->ownsTexts))
+            return true;
+    }
+    return false;
+}
+
 void Layout::run() {
     bool isUnion = info->aggregateKind == AGGREGATE_UNION;
     for (TypeInfo *member = info->members; member;) {
@@ -172,6 +184,7 @@ void Layout::run() {
         }
         member = member->next;
     }
+    info->ownsTexts = !isUnion && holdsTexts(info);
     info->size = std::max(1u, roundUp(offset, align));
     info->declaredSize = info->size;
 }

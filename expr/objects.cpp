@@ -1,14 +1,63 @@
 #include "expr/objects.h"
 
+#include <cstdlib>
 #include <cstring>
 
+#include "decl/layout.h"
 #include "expr/value.h"
 
 namespace zy {
 
+namespace {
+
+// Calls visit(place of a pointer to text) for each string member of an object.
+template <class Visit>
+void visitTexts(char *object, const StructInfo *info, Visit visit) {
+    for (const TypeInfo *member = info->members; member; member = member->next) {
+        bool isNested =
+            member->dataType == DT_STRUCT && member->structLink && member->structLink->ownsTexts;
+        bool isPlace = member->kind == KIND_SIMPLE || member->kind == KIND_C_ARRAY ||
+                       member->kind == KIND_ARRAY;
+        if (!isPlace || !takesRoom(member, AGGREGATE_STRUCT) ||
+            (!isNested && member->dataType != DT_STRING))
+            continue;
+        char *place = object + member->level, *end = place + memberSize(member);
+        for (; place < end; place += isNested ? member->structLink->size : sizeof(char *)) {
+            if (isNested)
+                visitTexts(place, member->structLink, visit);
+            else
+                visit(place);
+        }
+    }
+}
+
+}  // namespace
+
+void releaseObject(void *object, const StructInfo *info) {
+    if (!object || !info || !info->ownsTexts)
+        return;
+    visitTexts(static_cast<char *>(object), info, [](char *place) {
+        char *text;
+        memcpy(&text, place, sizeof text);
+        free(text);
+        text = nullptr;
+        memcpy(place, &text, sizeof text);
+    });
+}
+
 void copyObject(void *target, const void *source, const StructInfo *info) {
-    if (target && source && info)
-        memmove(target, source, info->size);
+    if (!target || !source || !info || target == source)
+        return;
+    releaseObject(target, info);
+    memmove(target, source, info->size);
+    if (!info->ownsTexts)
+        return;
+    visitTexts(static_cast<char *>(target), info, [](char *place) {
+        char *text;
+        memcpy(&text, place, sizeof text);
+        text = copyString(text);
+        memcpy(place, &text, sizeof text);
+    });
 }
 
 void *newObjectCopy(const void *source, const StructInfo *info) {
@@ -25,7 +74,5 @@ void ownObject(Value *value) {
     value->owned = value->payload.p != nullptr;
     value->noFree = 0;
 }
-
-void releaseObject(void *, const StructInfo *) {}
 
 }  // namespace zy

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "expr/objects.h"
 #include "expr/recordPool.h"
 #include "instance/report.h"
 #include "numeric/shape.h"
@@ -103,8 +104,10 @@ void deleteValue(Value *value) {
         switch (value->type) {
             case DT_STRING: free(value->payload.text); break;
             case DT_STRUCT:
-                if (value->owned)
+                if (value->owned) {
+                    releaseObject(value->payload.p, value->payload2.structInfo);
                     free(value->payload.p);
+                }
                 break;
             case DT_CARRAY:
             case DT_P_CARRAY:

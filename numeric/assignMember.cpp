@@ -4,6 +4,7 @@
 
 #include "decl/structInfo.h"
 #include "expr/memberAccess.h"
+#include "expr/nodes.h"
 #include "expr/objects.h"
 #include "expr/scope.h"
 #include "instance/report.h"
@@ -24,6 +25,16 @@ bool storeObject(void *object, const Value *value, const StructInfo *info) {
 
 namespace {
 
+// What a union holds may be no text, so the old one isn't released; the new one lives as literals
+// do.
+void storeUnionText(void *place, const Value *value) {
+    bool isText = value->type == DT_STRING || value->type == DT_P_CHAR;
+    char *text = isText ? copyString(value->payload.text) : nullptr;
+    if (text)
+        text = keepText(text);
+    memcpy(place, &text, sizeof text);
+}
+
 void storeAt(const TypeInfo *member, void *place, const Value *value) {
     int type = dataTypeOf(member);
     bool done = true;
@@ -35,6 +46,8 @@ void storeAt(const TypeInfo *member, void *place, const Value *value) {
         assignArrayMember(member, place, value);
     else if (type == DT_P_FUNCTION)
         memcpy(place, &value->payload.p, sizeof(void *));
+    else if (type == DT_STRING && member->context == CONTEXT_UNION_MEMBER)
+        storeUnionText(place, value);
     else
         done = storeScalar(place, type, value, StorePlace::VARIABLE);
     if (!done)
