@@ -7,6 +7,7 @@
 // extended from their own type, real numbers as double; which of the two goes by the static type.
 #pragma once
 
+#include "expr/events.h"
 #include "expr/value.h"
 
 namespace zy {
@@ -47,6 +48,10 @@ inline int64_t directInteger(ExprNode *tree) { return tree->integer(tree); }
 // The nodes that the tree would have in a chain. Who evaluates it for a statement calls the second,
 // so that the host gets its events.
 int countSteps(const ExprNode *tree);
-void noteDirectSteps(const ExprNode *tree);
+void deliverDirectSteps(const ExprNode *tree);
+inline void noteDirectSteps(const ExprNode *tree) {
+    if (wantsEvents()) [[unlikely]]
+        deliverDirectSteps(tree);
+}
 
 }  // namespace zy

@@ -47,9 +47,7 @@ void runChainWithEvents() {
 
 }  // namespace
 
-void noteDirectSteps(const ExprNode *tree) {
-    if (!wantsEvent(EVENT_STEP)) [[likely]]
-        return;
+void deliverDirectSteps(const ExprNode *tree) {
     for (int steps = countSteps(tree); steps > 0; steps--)
         countStep();
 }

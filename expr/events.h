@@ -21,6 +21,8 @@ inline bool wantsEvent(DebugEvent event) {
     return e_lang->callbackActive && (e_lang->callbackMask & event);
 }
 
+inline bool wantsEvents() { return e_lang->callbackActive; }
+
 // Calls the host's function with where the current context stands. No event arises inside it.
 void deliverEvent(DebugEvent event);
 

@@ -12,6 +12,7 @@
 #include "instance/report.h"
 #include "stmt/arms.h"
 #include "stmt/calls.h"
+#include "stmt/directRun.h"
 #include "stmt/objectLife.h"
 #include "stmt/program.h"
 
@@ -74,6 +75,16 @@ void startStatement(ExecContext *context) {
         deliverIn(statement, EVENT_STATEMENT);
 }
 
+// Runs what is direct and starts the statement behind it. False if the run was asked to end.
+bool advanceToStatement(ExecContext *context) {
+    if (!wantsEvents()) [[likely]]
+        context->statement = runDirectStatements(context, context->statement);
+    if (abortRequest)
+        return false;
+    startStatement(context);
+    return true;
+}
+
 }  // namespace
 
 void runStatements(bool debug) {
@@ -87,8 +98,9 @@ void runStatements(bool debug) {
             doAbort();
             return;
         }
-        if (currentContext->phase == 0 && currentContext->statement)
-            startStatement(currentContext);
+        if (currentContext->phase == 0 && currentContext->statement &&
+            !advanceToStatement(currentContext))
+            continue;
         if (currentContext->chain)
             runChain();
         StmtNode *statement = currentContext->statement;
