@@ -103,18 +103,34 @@ bool setSlot(ScopeFrame *frame, int slot, VarCell *cell) {
     return true;
 }
 
-void releaseFrame(ScopeFrame *frame) {
-    int count = frame->slotCount;
-    for (int slot = 0; slot < count; slot++)
+namespace {
+
+// A number has no contents to release.
+inline void releaseCell(VarCell *cell) {
+    if (!isReal(static_cast<int>(cell->type)) || !giveBlock(freeCells, cell))
+        killEntry(cell);
+}
+
+void releaseLaterChunks(ScopeFrame *frame) {
+    for (int slot = SLOTS_PER_CHUNK; slot < frame->slotCount; slot++)
         if (VarCell *cell = slotOf(frame, slot))
             killEntry(cell);
-    if (count > SLOTS_PER_CHUNK) {
-        for (int number = 1; number < DIRECT_CHUNKS; number++)
-            freeChunks(frame->chunks[number]);
-        count = SLOTS_PER_CHUNK;
+    for (int number = 1; number < DIRECT_CHUNKS; number++)
+        freeChunks(frame->chunks[number]);
+}
+
+}  // namespace
+
+void releaseFrame(ScopeFrame *frame) {
+    int count = std::min<int>(frame->slotCount, SLOTS_PER_CHUNK);
+    SlotChunk *first = frame->chunks[0];
+    for (int slot = 0; first && slot < count; slot++) {
+        if (VarCell *cell = first->cells[slot])
+            releaseCell(cell);
+        first->cells[slot] = nullptr;
     }
-    if (SlotChunk *chunk = frame->chunks[0])
-        std::fill_n(chunk->cells, count, nullptr);
+    if (frame->slotCount > SLOTS_PER_CHUNK)
+        releaseLaterChunks(frame);
     frame->slotCount = 0;
     if (!giveBlock(freeFrames, frame))
         freeFrame(frame);

@@ -377,9 +377,10 @@ void callOperator(ExprNode *node) { callFunction(node); }
 namespace {
 
 // Parameters passed by copy go back to where they came from.
-void writeBack(const ScopeFrame *frame) {
-    for (int slot = 0; slot < frame->slotCount; slot++) {
-        VarCell *cell = slotOf(frame, slot);
+void writeBack(const FuncInfo *function, const ScopeFrame *frame) {
+    int slot = 0;
+    for (const TypeInfo *formal = function->parameters; formal; formal = formal->next, slot++) {
+        VarCell *cell = isByReference(formal) ? slotOf(frame, slot) : nullptr;
         if (!cell || cell->type != DT_LINK || !cell->reference)
             continue;
         auto *copy = static_cast<VarCell *>(cell->data.p);
@@ -392,7 +393,7 @@ void writeBack(const ScopeFrame *frame) {
 void releaseParameters(ExecContext *context) {
     if (!hasParameters(context->function))
         return;
-    writeBack(context->frames);
+    writeBack(context->function, context->frames);
     popFrame();
 }
 
@@ -463,9 +464,8 @@ Value *resultOf(const FuncInfo *function, const StmtNode *statement) {
     const TypeInfo *owner = function->owner;
     if (function->returnType == DT_VOID)
         return newZeroValue(DT_VOID);
-    Value *value = owner && (owner->flags & FLAG_CONSTRUCTOR)
-                       ? constructedObject()
-                       : returnedValue(statement, function);
+    Value *value = owner && (owner->flags & FLAG_CONSTRUCTOR) ? constructedObject()
+                                                              : returnedValue(statement, function);
     return value ? value : zeroResult(function);
 }
 

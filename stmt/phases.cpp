@@ -1,6 +1,7 @@
 // The progress fields of a function's body stand in the shared tree. A call saves and clears them,
 // so that its activation starts on clean fields; the return puts them back.
 
+#include <bit>
 #include <cstdlib>
 #include <vector>
 
@@ -47,27 +48,20 @@ void collect(StmtNode *first, const StmtNode *stop, Statements &found) {
         collectFrom(statement, found);
 }
 
-unsigned char progressOf(const StmtNode *statement) {
+// Where a statement keeps its progress; a foreach, in the low byte of `level`.
+unsigned char *progressOf(StmtNode *statement) {
+    constexpr int lowByte = std::endian::native == std::endian::little ? 0 : 1;
     switch (statement->kind) {
-        case STMT_FOREACH: return static_cast<unsigned char>(statement->level);
+        case STMT_FOREACH: return reinterpret_cast<unsigned char *>(&statement->level) + lowByte;
         case STMT_IF:
-        case STMT_SWITCH: return statement->operandD.progress;
-        default: return statement->operandE.progress;
+        case STMT_SWITCH: return &statement->operandD.progress;
+        default: return &statement->operandE.progress;
     }
 }
 
-void setProgress(StmtNode *statement, unsigned char progress) {
-    switch (statement->kind) {
-        case STMT_FOREACH: statement->level = progress; break;
-        case STMT_IF:
-        case STMT_SWITCH: statement->operandD.progress = progress; break;
-        default: statement->operandE.progress = progress;
-    }
-}
-
-// The compound statements of a body, found once, and how many activations of it there are.
+// The progress fields of a body, found once, and how many activations of it there are.
 struct PhaseList {
-    Statements statements;
+    std::vector<unsigned char *> fields;
     int activations = 0;
 };
 
@@ -76,9 +70,19 @@ PhaseList *phaseListOf(StmtNode *body) {
     if (list)
         return list;
     list = new PhaseList;
-    collect(body->operandA.statement, nullptr, list->statements);
+    Statements statements;
+    collect(body->operandA.statement, nullptr, statements);
+    for (StmtNode *statement : statements)
+        list->fields.push_back(progressOf(statement));
     body->operandE.pointer = list;
     return list;
+}
+
+bool anyStarted(const PhaseList *list) {
+    for (const unsigned char *field : list->fields)
+        if (*field)
+            return true;
+    return false;
 }
 
 // A context's buffer: whether phases are saved in it, then the phases. That of the common size
@@ -106,18 +110,18 @@ void freeLargeBuffer(ExecContext *context, size_t size) {
 // Only an activation that stands inside another of the same body finds phases to save.
 void saveStatementPhases(ExecContext *context, StmtNode *body) {
     PhaseList *list = phaseListOf(body);
-    bool nested = list->activations++ > 0 && !list->statements.empty();
+    bool nested = list->activations++ > 0 && anyStarted(list);
     if (context->resumeStatus)
         context->resumeStatus[0] = nested;
     if (!nested)
         return;
-    unsigned char *buffer = phaseBuffer(context, list->statements.size() + 1);
+    unsigned char *buffer = phaseBuffer(context, list->fields.size() + 1);
     if (!buffer)
         return;
     *buffer++ = true;
-    for (StmtNode *statement : list->statements) {
-        *buffer++ = progressOf(statement);
-        setProgress(statement, 0);
+    for (unsigned char *field : list->fields) {
+        *buffer++ = *field;
+        *field = 0;
     }
 }
 
@@ -126,10 +130,10 @@ void restoreStatementPhases(ExecContext *context, StmtNode *body) {
     list->activations--;
     const unsigned char *buffer = context->resumeStatus;
     bool saved = buffer && buffer[0];
-    for (StmtNode *statement : list->statements)
-        setProgress(statement, saved ? *++buffer : 0);
+    for (unsigned char *field : list->fields)
+        *field = saved ? *++buffer : 0;
     if (saved)
-        freeLargeBuffer(context, list->statements.size() + 1);
+        freeLargeBuffer(context, list->fields.size() + 1);
 }
 
 void releasePhaseList(StmtNode *body) { delete static_cast<PhaseList *>(body->operandE.pointer); }
