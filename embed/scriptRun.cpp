@@ -41,6 +41,7 @@ void freshProgram() {
     releaseProgram();
     newProgram();
     resetRunState();
+    refreshEnvironment();  // what the last program set may have moved the list
 }
 
 namespace {

@@ -1,10 +1,17 @@
 #include "startup/prompt.h"
 
+#include "expr/evaluator.h"
+#include "expr/nodeClasses.h"
+#include "expr/nodes.h"
 #include "expr/operators.h"
+#include "expr/thread.h"
+#include "expr/typeQueries.h"
 #include "extern/include/embedzy.h"
+#include "numeric/convert.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
 #include "startup/userData.h"
+#include "stmt/stmtNode.h"
 
 namespace zy {
 
@@ -12,14 +19,7 @@ namespace {
 
 ExprNode *variableLeaf(const char *name) {
     NameEntry *entry = lookupName(name);
-    ExprNode *leaf = entry && entry->symbol ? newValue() : nullptr;
-    if (!leaf)
-        return nullptr;
-    leaf->kind = NODE_VALUE;
-    leaf->type = DT_NAME;
-    leaf->payload.symbol = entry->symbol;
-    leaf->payload2.name = entry;
-    return leaf;
+    return entry && entry->symbol ? newSymbolNode(entry->symbol) : nullptr;
 }
 
 ExprNode *textConstant(const char *text) {
@@ -27,15 +27,6 @@ ExprNode *textConstant(const char *text) {
     if (constant)
         constant->payload.text = copyString(text);
     return constant;
-}
-
-void releasePrompt(ExprNode *node) {
-    if (!node)
-        return;
-    if (node->kind == NODE_OPERATOR)
-        for (ExprNode *operand : {node->left, node->right, node->third, node->fourth})
-            releasePrompt(operand);
-    deleteValue(node);
 }
 
 }  // namespace
@@ -47,21 +38,40 @@ void makePromptExpression(VarCell *promptCell) {
         return;
     }
     ExprNode *folder = variableLeaf("_cwd");
-    ExprNode *node = folder ? newValue() : nullptr;
-    if (!node)
+    if (!folder)
         return;
-    node->kind = NODE_OPERATOR;
-    node->op = OP_STRADD;
-    node->left = folder;
-    node->right = textConstant(isAdministrator() ? "# " : "> ");
-    node->third = node->fourth = nullptr;
-    promptExpression = node;
+    ExprNode *parts = nullptr;
+    appendListCell(parts, folder);
+    appendListCell(parts, textConstant(isAdministrator() ? "# " : "> "));
+    promptExpression = newOperatorNode(OP_STRADD, parts, nullptr);
+}
+
+void keepPromptExpression() {
+    freePrompt();
+    const StmtNode *statement = currentContext->statement;
+    const ExprNode *tree =
+        statement && statement->kind == STMT_EXPRESSION ? statement->operandA.tree : nullptr;
+    const TypeInfo *target =
+        tree && isOperator(tree) && tree->op == OP_ASSIGN ? variableOf(tree->left) : nullptr;
+    if (target && target->level == SYSTEM_LEVEL && target->index == SLOT_PROMPT)
+        promptExpression = copyNode(tree->right);
+}
+
+void evalPrompt() {
+    if (!promptExpression)
+        return;
+    runNested(compileChain(promptExpression, nullptr, true));
+    Value *value = popValue();
+    if (!value)
+        return;
+    setCellText(systemCell(SLOT_PROMPT), static_cast<const char *>(pointerOf(value)));
+    deleteValue(value);
 }
 
 }  // namespace zy
 
 void freePrompt() {
-    zy::releasePrompt(zy::promptExpression);
+    zy::deleteNode(zy::promptExpression);
     zy::promptExpression = nullptr;
 }
 

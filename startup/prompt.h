@@ -10,8 +10,10 @@ namespace zy {
 // constant, which goes into the cell of _prompt.
 void makePromptExpression(VarCell *promptCell);
 
-// Evaluates the prompt expression in the current context and stores its text in _prompt. Defined
-// with the evaluator.
+// An assignment to _prompt: its statement's expression is the prompt expression from now on.
+void keepPromptExpression();
+
+// Evaluates the prompt expression in the current context and stores its text in _prompt.
 void evalPrompt();
 
 }  // namespace zy

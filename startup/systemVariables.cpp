@@ -100,7 +100,7 @@ void assignErrno(const SystemVariable &, VarCell *cell) {
     errno = cell->data.i;
 }
 
-void assignPrompt(const SystemVariable &, VarCell *) { freePrompt(); }
+void assignPrompt(const SystemVariable &, VarCell *) { keepPromptExpression(); }
 
 void assignExtensions(const SystemVariable &row, VarCell *cell) {
     splitExtensionList(cell->data.text, searchTables[row.table]);

@@ -273,8 +273,11 @@ TEST_F(StartTest, ThePromptIsTheFolderWithAMark) {
     ASSERT_NE(prompt, nullptr);
     EXPECT_EQ(prompt->kind, NODE_OPERATOR);
     EXPECT_EQ(prompt->op, OP_STRADD);
-    EXPECT_EQ(prompt->left->payload.symbol, symbolOf(SLOT_CWD));
-    EXPECT_STREQ(prompt->right->payload.text, "> ");
+    EXPECT_EQ(prompt->left->item->payload.symbol, symbolOf(SLOT_CWD));
+    EXPECT_STREQ(prompt->left->next->item->payload.text, "> ");
+    assign(SLOT_CWD, "/tmp");
+    evalPrompt();
+    EXPECT_STREQ(textOf(SLOT_PROMPT), "/tmp> ");
 
     assign(SLOT_PROMPT, "mine: ");
     EXPECT_EQ(promptExpression, nullptr);
@@ -284,7 +287,7 @@ TEST_F(StartTest, ThePromptIsTheFolderWithAMark) {
 TEST_F(StartTest, AnAdministratorHasAnotherMark) {
     userName = updateString(userName, strdup("Administrator"));
     start();
-    EXPECT_STREQ(promptExpression->right->payload.text, "# ");
+    EXPECT_STREQ(promptExpression->left->next->item->payload.text, "# ");
     nullPrompt();
     EXPECT_EQ(promptExpression, nullptr);
 }
