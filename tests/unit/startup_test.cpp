@@ -13,6 +13,7 @@
 #include "expr/scope.h"
 #include "instance.h"
 #include "startup/paths.h"
+#include "startup/prompt.h"
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
 #include "startup/userData.h"
