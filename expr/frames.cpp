@@ -223,7 +223,7 @@ void enterBlock() {
     currentContext->frames = frame;
     int slot = 0;
     for (TypeInfo *symbol = block->symbols(); symbol; symbol = symbol->next)
-        setSlot(frame, slot++, needsSlot(symbol) ? newInitialisedCell(symbol) : nullptr);
+        fillSlot(frame, slot++, needsSlot(symbol) ? newInitialisedCell(symbol) : nullptr);
 }
 
 void popFrame() {

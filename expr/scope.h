@@ -106,6 +106,16 @@ void releaseFrame(ScopeFrame *frame);  // with its cells, in slot order
 // caller's.
 bool setSlot(ScopeFrame *frame, int slot, VarCell *cell);
 
+inline bool fillSlot(ScopeFrame *frame, int slot, VarCell *cell) {
+    SlotChunk *first = frame->chunks[0];
+    if (!first || slot >= SLOTS_PER_CHUNK)
+        return setSlot(frame, slot, cell);
+    first->cells[slot] = cell;
+    if (slot >= frame->slotCount)
+        frame->slotCount = static_cast<int16_t>(slot + 1);
+    return true;
+}
+
 void enterBlock();  // a frame for the current block statement
 void popFrame();    // releases the innermost frame of the current context with its cells
 

@@ -223,15 +223,16 @@ TypeInfo *passThis(ScopeFrame *frame, TypeInfo *formal) {
     return formal->next;
 }
 
-// Arguments that are computed here, the last one first.
-void passNumbers(ScopeFrame *frame, TypeInfo *formal, ExprNode *actual, int slot) {
+// Arguments that are computed here, the last one first. Whether each formal got one.
+bool passNumbers(ScopeFrame *frame, TypeInfo *formal, ExprNode *actual, int slot) {
     if (!formal || !actual)
-        return;
-    passNumbers(frame, formal->next, actual->next, slot + 1);
+        return !formal;
+    bool complete = passNumbers(frame, formal->next, actual->next, slot + 1);
     noteDirectSteps(actual->item);
     Value value;
     actual->number(actual->item, &value);
-    setSlot(frame, slot, newArgument(formal, &value));
+    fillSlot(frame, slot, newArgument(formal, &value));
+    return complete;
 }
 
 // Other arguments lie on the stack, the first on top.
@@ -243,8 +244,8 @@ void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
         slot = 1;
     }
     bool computed = actual && actual->number;
-    if (computed)
-        passNumbers(frame, first, actual, slot);
+    if (computed && passNumbers(frame, first, actual, slot))
+        return;
     for (TypeInfo *formal = first; formal; formal = formal->next, slot++) {
         if (!actual)
             warnOfMissing(callee);

@@ -101,8 +101,11 @@ void runStatements(bool debug) {
         if (currentContext->phase == 0 && currentContext->statement &&
             !advanceToStatement(currentContext))
             continue;
-        if (currentContext->chain)
+        if (currentContext->chain) {
             runChain();
+            if (currentContext->phase == 0 && currentContext->statement)
+                continue;  // a call begins
+        }
         StmtNode *statement = currentContext->statement;
         if (!statement) {
             executing = 0;
