@@ -748,7 +748,8 @@ TypeInfo *DeclarationParser::parseNamelessType() {
     Declarator declarator;
     if (!beginDeclaration() || !parseDeclarator(specifiers, level, nullptr, context, declarator))
         return nullptr;
-    peekNonBlank();
+    if (!pushedBack)  // the cursor is behind what ended the name
+        peekNonBlank();
     TypeInfo *info = completeType(declarator) ? makeRecord(declarator) : nullptr;
     if (!info)
         return nullptr;

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "decl/arrays.h"
 #include "decl/funcInfo.h"
 #include "decl/structInfo.h"
 #include "expr/direct.h"
@@ -52,7 +53,7 @@ void returnValue(StmtNode *statement, const FuncInfo *function) {
         return;
     }
     int type = treeType(tree);
-    if (function->returnKind == KIND_ASSUMED_ARRAY && type != DT_ARRAY) {
+    if (returnsArray(function) && isAssumedShape(function->owner) && !isArray(type)) {
         parseError("cannot detemine the shape of the returned array");
         return;
     }
@@ -140,6 +141,24 @@ Returning returningOf(const StmtNode *first, const StmtNode *stop) {
     return found;
 }
 
+// Whether the last thing that a list does is an `if` without `else`.
+bool endsInLoneIf(const StmtNode *first) {
+    const StmtNode *last = nullptr;
+    for (; first && first->kind != STMT_END; first = first->next)
+        if (first->kind != STMT_NULL)
+            last = first;
+    if (!last)
+        return false;
+    switch (last->kind) {
+        case STMT_BLOCK: return endsInLoneIf(last->operandA.statement);
+        case STMT_LOOP:
+        case STMT_DO: return endsInLoneIf(last->operandC.statement);
+        case STMT_FOREACH: return endsInLoneIf(last->operandE.statement);
+        case STMT_IF: return !last->operandC.statement;
+        default: return false;
+    }
+}
+
 }  // namespace
 
 void checkReturn(StmtNode *block, FuncInfo *function) {
@@ -154,6 +173,8 @@ void checkReturn(StmtNode *block, FuncInfo *function) {
                          nameOf(function));
             break;
         case RETURNS_SOMETIMES:
+            if (endsInLoneIf(block->operandA.statement))
+                parseWarning("if with return but no else with return");
             parseWarning(
                 "maybe missing return statement for function %s() and default zero is used",
                 nameOf(function));

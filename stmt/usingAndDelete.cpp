@@ -2,7 +2,10 @@
 
 #include <cstring>
 
+#include "decl/aggregates.h"
 #include "decl/arrays.h"
+#include "decl/structInfo.h"
+#include "expr/members.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/thread.h"
@@ -39,6 +42,17 @@ ExprNode *parseDimensions() {
     return nullptr;
 }
 
+// An object that others may not end isn't deleted by them either.
+bool destructorIsOpen(const ExprNode *pointer) {
+    const StructInfo *info = structInfoOf(pointer);
+    const TypeInfo *destructor = info ? info->destructor : nullptr;
+    if (!destructor || !isHiddenMember(info, destructor))
+        return true;
+    const char *name = plainTagName(info->tag);
+    parseError("access private member of destructor %s::~%s()", name, name);
+    return false;
+}
+
 }  // namespace
 
 void parseDelete(StmtNode *statement) {
@@ -61,6 +75,8 @@ void parseDelete(StmtNode *statement) {
         parseError(" use delete [#], delete[#], delete [n], or delete[n][m] to delete an array");
         return;
     }
+    if (!destructorIsOpen(tree))
+        return;
     statement->chain = compileChain(tree, nullptr, false);
     expectChar(';', true);
 }
