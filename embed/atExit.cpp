@@ -1,6 +1,9 @@
 // The functions that a script has given to atexit.
 
 #include "embed/scriptDriver.h"
+#include "expr/operands.h"
+#include "expr/routines.h"
+#include "expr/scalarFamilies.h"
 
 namespace zy {
 
@@ -31,6 +34,20 @@ void runAtExit() {
 void freeAtExitList() {
     while (e_lang->atExitList)
         unlink(e_lang->atExitList);
+}
+
+// Newest first. A NULL pointer to function isn't taken.
+void atexitOperator(ExprNode *node) {
+    void *function;
+    {
+        Operand operand(node->left);
+        if (!operand)
+            return;
+        function = operand->payload.symbol;
+    }
+    if (function)
+        e_lang->atExitList = new AtExitEntry{e_lang->atExitList, function};
+    pushScalar(function ? 0 : 1);
 }
 
 }  // namespace zy

@@ -51,7 +51,8 @@ constexpr TypeRow typeRows[] = {
     {OP_CTIME, "p"},         {OP_FOPEN, "ss"},     {OP_POPEN, "ss"},      {OP_FREOPEN, "ssf"},
     {OP_GMTIME, "p"},        {OP_LOCALTIME, "p"},  {OP_MALLOC, "i"},      {OP_CALLOC, "ii"},
     {OP_DLOPEN, "si"},       {OP_DLSYM, "ps"},     {OP_REALLOC, "pi"},    {OP_STREVAL, "s"},
-    {OP_CRYPT, "ss"},        {OP_SSCANF, "s"},     {OP_DLCLOSE, "p"},
+    {OP_CRYPT, "ss"},        {OP_SSCANF, "s"},     {OP_DLCLOSE, "p"},     {OP_VA_ARG, "p"},
+    {OP_VA_COUNT, "p"},      {OP_VA_ARRAY, "pi"},  {OP_SETJMP, "p"},
 };
 
 bool isAddress(const ExprNode *tree) {

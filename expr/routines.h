@@ -50,6 +50,16 @@ void vprintfOperator(ExprNode *node);
 void vfprintfOperator(ExprNode *node);
 void vsprintfOperator(ExprNode *node);
 
+// Arguments behind `...` (rtlib/variableArguments.cpp).
+void vaStartOperator(ExprNode *node);
+void vaArgOperator(ExprNode *node);
+void vaCountOperator(ExprNode *node);
+void vaArrayOperator(ExprNode *node);
+
+// The ends of a function and of a run (stmt/longjmp.cpp, embed/atExit.cpp).
+void setjmpOperator(ExprNode *node);
+void atexitOperator(ExprNode *node);
+
 // Texts and memory, guarded by the size of arrays (rtlib/textOperators.cpp, memoryOperators.cpp).
 void strcpyOperator(ExprNode *node);
 void strncpyOperator(ExprNode *node);

@@ -172,8 +172,15 @@ bool hasRunTimeShape(const ExprNode *target) {
 
 namespace {
 
+// va_arg() reads its argument as the type that its result is made to point to.
+void tellWantedType(ExprNode *operand, const ExprNode *target) {
+    if (isOperator(operand) && operand->op == OP_VA_ARG && !operand->right)
+        operand->right = zeroCell(bandBelow(treeType(target)));
+}
+
 // What supplies the shape of the target runs before the operand.
 void threadCast(ChainBuilder &chain, ExprNode *node) {
+    tellWantedType(node->right, node->left);
     chain.emit(node);
     chain.read(node->right);
     if (ExprNode *bounds = boundsOfType(node->left))

@@ -167,8 +167,8 @@ void vsprintfIntoString(ExprNode *node) {
 }
 
 void vsprintfIntoMemory(ExprNode *node) {
-    Operand destination(node->left, Operand::CONTENTS);
     Operand format(node->right, Operand::CONTENTS), list(node->third, Operand::CONTENTS);
+    Operand destination(node->left, Operand::CONTENTS);  // it ran first
     if (destination && format && list)
         printIntoMemory(destination.get(), VariableArguments(format.get(), list.get()).cells());
 }

@@ -264,6 +264,8 @@ ExprNode *collectVarArgs(ExprNode *actual) {
         if (!value)
             continue;
         Value *own = popped ? value : copyNode(value);
+        if (own->type == DT_STRUCT && !own->owned)
+            ownObject(own);
         bool isTemporary = popped && actual->item->kind == NODE_OPERATOR;
         if (own->type == DT_STRING && isTemporary) {
             own->type = DT_P_CHAR;

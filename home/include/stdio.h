@@ -28,6 +28,8 @@ typedef long long fpos_t;
 static string_t __formatted;
 int __storeText(char *s, size_t n, string_t text);
 #define snprintf(s, n, ...) (sprintf(__formatted, __VA_ARGS__), __storeText(s, n, __formatted))
+#define vsnprintf(s, n, format, list) \
+    (vsprintf(__formatted, format, list), __storeText(s, n, __formatted))
 
 #define fopen(path, mode) _fopen(path, mode)
 #define freopen(path, mode, stream) _freopen(path, mode, stream)
