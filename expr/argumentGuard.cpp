@@ -103,7 +103,7 @@ bool isFunctionLike(const ExprNode *actual) {
     return isFunctionType(type) || type == DT_P_VOID || arrayOfThem;
 }
 
-void checkFunctionArgument(ExprNode *actual, int position) {
+void checkFunctionArgument(ExprNode *actual, const TypeInfo *formal, int position) {
     if (treeType(actual) == DT_NULL || isZeroConstant(actual))
         return;
     TypeInfo *declaration = declarationOf(actual);
@@ -113,8 +113,11 @@ void checkFunctionArgument(ExprNode *actual, int position) {
         if (e_lang->restricted && (function->flags & FLAG_RESTRICT))
             parseError("restricted function %s() is called ", name ? name : "");
     }
-    if (isFunctionLike(actual))
+    if (isFunctionLike(actual)) {
+        if (formal->kind == KIND_P_FUNCTION)
+            checkSamePrototype(formal, actual);
         return;
+    }
     if (name)
         parseWarning(
             "'%s' in argument %d of the function call is not function or function pointer type ",
@@ -187,7 +190,7 @@ void checkArgument(ExprNode *actual, TypeInfo *formal, int position) {
         case KIND_P_ARRAY: checkArrayArgument(actual, formal); break;
         case KIND_P_FUNCTION:
         case KIND_PP_FUNCTION:
-        case KIND_PPP_FUNCTION: checkFunctionArgument(actual, position); break;
+        case KIND_PPP_FUNCTION: checkFunctionArgument(actual, formal, position); break;
         default: checkPlainArgument(actual, formal);
     }
 }

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "decl/funcInfo.h"
 #include "decl/structInfo.h"
 #include "expr/guardReports.h"
 #include "expr/guards.h"
@@ -97,6 +98,16 @@ int comparedType(const Side &left, const Side &right) {
     return right.type;
 }
 
+// What a name, a member or the address of a function says of the parameters and the result.
+const TypeInfo *prototypeOf(const ExprNode *tree) {
+    if (isOperator(tree) && tree->op == OP_ADDRESS)
+        tree = tree->left;
+    bool isNamed = !isOperator(tree) || isMember(tree->op);
+    const TypeInfo *type = isNamed ? declarationOf(tree) : nullptr;
+    bool isPrototype = type && (type->kind == KIND_FUNCTION || type->kind == KIND_P_FUNCTION);
+    return isPrototype && type->functionLink ? type : nullptr;
+}
+
 bool isPointerToAggregate(int type) { return isAggregateType(type) && type != DT_STRUCT; }
 
 void check(const Side &left, const Side &right) {
@@ -110,6 +121,8 @@ void check(const Side &left, const Side &right) {
     if (!errorFlag && isAggregateType(left.type) && isAggregateType(right.type))
         checkSameAggregate(structInfoOf(left.tree), structInfoOf(right.tree),
                            isPointerToAggregate(right.type));
+    if (const TypeInfo *target = prototypeOf(left.tree); target && !errorFlag)
+        checkSamePrototype(target, right.tree);
     errorFlag |= before;
 }
 
@@ -133,6 +146,12 @@ void checkSameAggregate(const StructInfo *first, const StructInfo *second, bool 
     else if (warningsAt(2))
         parseWarning("different structs '%s' and '%s' are incompatible data types",
                      aggregateName(first), aggregateName(second));
+}
+
+void checkSamePrototype(const TypeInfo *target, const ExprNode *source) {
+    const TypeInfo *given = prototypeOf(source);
+    if (target->functionLink && given)
+        comparePrototypes(target, given);
 }
 
 void checkAssignment(ExprNode *left, ExprNode *right) {

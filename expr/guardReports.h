@@ -11,6 +11,8 @@ void warnType(int found, int expected);
 
 // Both aggregates, or pointers to aggregates: they must be of one record.
 void checkSameAggregate(const StructInfo *first, const StructInfo *second, bool throughPointer);
+// The function or pointer to function that is given must fit the one that is wanted.
+void checkSamePrototype(const TypeInfo *target, const ExprNode *source);
 
 // The function whose name the tree is, NULL if it is none.
 inline TypeInfo *functionNamedBy(const ExprNode *tree) {
