@@ -58,23 +58,6 @@ TEST(Scripts, AnAbortFromAnotherThreadEndsAnEndlessLoop) {
     EXPECT_EQ(run.err, "");
 }
 
-TEST(Scripts, AThousandScriptsInOneInstanceLeaveNothing) {
-    Outcome run = inChild([] {
-        void *zy = mustStart();
-        for (int i = 0; i < 1000; i++) {
-            std::string text = "int v" + std::to_string(i) + " = " + std::to_string(i) +
-                               "; string_t s = \"text\"; int f(int a) { if (a > 0) return f(a - 1);"
-                               " return a; } int main() { switch (f(3)) { case 0: return 0; }"
-                               " return 1; }";
-            if (runScript(zy, text.c_str()) != 0)
-                return 1;
-        }
-        mustEnd(zy);
-        return 0;
-    });
-    EXPECT_EQ(run.status, 0) << run.err;
-}
-
 TEST(Scripts, ParsedOnceRunAgain) {
     Outcome run = inChild([] {
         void *zy = mustStart();
