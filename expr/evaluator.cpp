@@ -109,6 +109,14 @@ void endInterrupted() {
         pushValue(newZeroValue(DT_INT));
 }
 
+// A jump has left the nested run. What is left of the statement doesn't run, whatever waited for
+// the value gets one. The statement stays: if the jump fails, the one behind it is next.
+void endJumped(StmtNode *statement) {
+    currentContext->chain = nullptr;
+    currentContext->statement = statement;
+    pushValue(newZeroValue(DT_INT));
+}
+
 // Nested runs stand on the host's stack, unlike the calls of a script.
 void refuseNesting() {
     runError("calls within && || ?: are nested too deeply");
@@ -125,6 +133,10 @@ void runNested(ExprNode *chain) {
     ExecContext *context = currentContext;
     ExprNode *savedChain = context->chain;
     StmtNode *savedStatement = context->statement;
+    if (jumpIsPending()) {
+        endJumped(savedStatement);
+        return;
+    }
     context->chain = chain;
     runChain();
     if (currentContext != context || context->chain) {
@@ -133,11 +145,16 @@ void runNested(ExprNode *chain) {
         context->statement = nullptr;
         unsigned char savedExecuting = executing;
         runStatements(false);
-        if (runCutShort()) {
+        if (!jumpIsPending() && runCutShort()) {
             endInterrupted();
             return;
         }
-        executing = savedExecuting;
+        if (!jumpIsPending())
+            executing = savedExecuting;
+    }
+    if (jumpIsPending()) {
+        endJumped(savedStatement);
+        return;
     }
     currentContext->chain = savedChain;
     currentContext->statement = savedStatement;

@@ -14,6 +14,7 @@
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/arrayStorage.h"
+#include "numeric/arrayValue.h"
 #include "numeric/convert.h"
 
 namespace zy {
@@ -271,11 +272,25 @@ void pushShared(TypeInfo *member) {
     }
 }
 
+// A view of an array gets elements of its own.
+void ownElements(Value *view) {
+    Value *copy = copyArrayValue(view, view->payload2.elementType);
+    if (!copy)
+        return;
+    copy->type = view->type;
+    popValue();
+    deleteValue(view);
+    pushValue(copy);
+}
+
 // What was read from a temporary object outlives it.
-void keepTopObject() {
+void keepTopValue() {
     Value *top = currentContext->stack;
     if (top && top->type == DT_STRUCT && !top->owned)
         ownObject(top);
+    else if (top && (top->type == DT_CARRAY || top->type == DT_ARRAY) &&
+             top->payload2.elementType != DT_STRUCT)
+        ownElements(top);
 }
 
 // `A::f()` within the class runs on the object of the function that calls it.
@@ -327,7 +342,7 @@ void readMember(ExprNode *node) {
     } else {
         pushMemberAt(member, object.place);
         if (object.isTemporary())
-            keepTopObject();
+            keepTopValue();
     }
 }
 

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "expr/calls.h"
+
 #include "instance/report.h"
 
 namespace zy {
@@ -29,7 +31,7 @@ bool Sink::reserve(size_t more) {
 }
 
 void Sink::write(const char *text, size_t length) {
-    if (length == 0)
+    if (length == 0 || jumpIsPending())
         return;
     if (stream) {
         failed |= fwrite(text, 1, length, stream) != length;
@@ -46,6 +48,8 @@ void Sink::write(const char *text, size_t length) {
 void Sink::write(const char *text) { write(text, strlen(text)); }
 
 void Sink::print(const char *conversion, ...) {
+    if (jumpIsPending())
+        return;
     va_list arguments, again;
     va_start(arguments, conversion);
     va_copy(again, arguments);

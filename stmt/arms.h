@@ -2,6 +2,9 @@
 // run, and moves the context on.
 #pragma once
 
+#include <algorithm>
+#include <vector>
+
 #include "expr/value.h"
 #include "stmt/stmtNode.h"
 
@@ -28,6 +31,16 @@ enum LoopProgress : unsigned char { NOT_STARTED, CONDITION_DUE, VALUE_STANDS };
 // foreach: the next token for a loop whose body has ended, and the end of one that is left.
 void advanceForeach(ExecContext *context, StmtNode *statement, const char *failure);
 void abandonForeach(ExecContext *context, StmtNode *statement);
+
+// A jump to a statement: what it lies in, from the innermost outward, stays begun, all else of the
+// body isn't any more.
+using Statements = std::vector<StmtNode *>;
+inline bool contains(const Statements &statements, const void *statement) {
+    return std::find(statements.begin(), statements.end(), statement) != statements.end();
+}
+void resetProgress(StmtNode *body, const StmtNode *target, const Statements &owners);
+// Empties the value stack down to the record of the innermost foreach that the jump stays in.
+void leaveForeachs(ExecContext *context, const Statements &owners);
 
 // The condition of a statement, whose chain has run, as a truth value.
 bool truthOf(const StmtNode *statement);

@@ -21,6 +21,7 @@
 #include "instance/report.h"
 #include "numeric/assign.h"
 #include "numeric/convert.h"
+#include "stmt/arms.h"
 #include "stmt/arrayArguments.h"
 #include "stmt/execute.h"
 
@@ -493,7 +494,7 @@ void returnFromFunction() {
     caller->stack = value;
     releaseBlocks(context);
     releaseParameters(context);
-    clearValueStack();
+    leaveForeachs(context, {});
     if (runsOnObject(function))
         leaveObject();
     releaseCall(context);
@@ -511,7 +512,7 @@ void leaveFunction(bool withDestructors) {
     if (withDestructors)
         runDestructors(context->function->parameters);
     releaseParameters(context);
-    clearValueStack();
+    leaveForeachs(context, {});
     if (runsOnObject(context->function))
         leaveObject();
     releaseCall(context);

@@ -87,7 +87,9 @@ bool advanceToStatement(ExecContext *context) {
 
 }  // namespace
 
-void runStatements(bool debug) {
+namespace {
+
+void runLoop(bool debug) {
     if (e_lang->debugLevel && currentContext != evalContext && debug)
         stepMode = true;
     runCut = false;
@@ -107,14 +109,21 @@ void runStatements(bool debug) {
                 continue;  // a call begins
         }
         StmtNode *statement = currentContext->statement;
-        if (!statement) {
+        if (!statement)
             executing = 0;
-            return;
-        }
-        armTable[statement->kind](currentContext, statement);
-        if (!executing)
+        else if (executing)
+            armTable[statement->kind](currentContext, statement);
+        if (!executing && !takeUpJump())
             return;
     }
+}
+
+}  // namespace
+
+void runStatements(bool debug) {
+    runDepth++;
+    runLoop(debug);
+    runDepth--;
 }
 
 namespace {

@@ -8,6 +8,13 @@
 
 namespace zy {
 
+// The script's memory for a place that longjmp returns to.
+struct JumpRecord {
+    int64_t value;
+    FuncInfo *function;  // NULL at file level
+    StmtNode *statement;
+};
+
 // Runs from currentContext's position until the program's end, or until something clears
 // `executing`. debug is true where a program or a host call starts the statements, false for nested
 // runs, whose caller saves `executing`, `statement` and `chain`.
@@ -24,9 +31,16 @@ extern bool stepMode;       // the debugger's single-stepping is on
 extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
 extern bool runCut;         // the last runStatements() was ended so, or by an abort
 extern bool exitRequested;  // with abortRequest: the run is to end that way
+extern int runDepth;        // of runs of the statement loop inside each other
+extern JumpRecord *pendingJump;
+extern int pendingJumpDepth;  // of the run that is to take it up
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;
 extern VarCell *functionNameCell;
+
+// A jump that has ended a nested run: the run around it, of that depth, goes on with it. False if
+// none waits for this run, or if the jump ends this run, too.
+bool takeUpJump();
 
 // The end of a run that Zy_Abort() asked for, or _exit in a call from the host during that run.
 void doAbort();

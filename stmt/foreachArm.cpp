@@ -129,6 +129,20 @@ void advanceForeach(ExecContext *context, StmtNode *statement, const char *failu
     context->phase = 2;  // in progress: its chain isn't loaded again
 }
 
+void leaveForeachs(ExecContext *context, const Statements &owners) {
+    while (ExprNode *top = context->stack) {
+        if (top->kind != NODE_FOREACH) {
+            deleteValue(popValue());
+            continue;
+        }
+        auto *statement = const_cast<StmtNode *>(stateOf(top)->statement);
+        if (contains(owners, statement))
+            return;
+        releaseRecord(context);
+        statement->level = 0;
+    }
+}
+
 void abandonForeach(ExecContext *context, StmtNode *statement) {
     if (findRecord(context, statement, "cannot find FOR node (stack error)"))
         releaseRecord(context);

@@ -1,4 +1,4 @@
-// Stand-ins for what other issues bring: commands, longjmp.
+// A stand-in for what comes later: commands.
 
 #include "instance/report.h"
 #include "stmt/arms.h"
@@ -6,11 +6,6 @@
 namespace zy {
 
 void runCommandStatement(ExecContext *context, StmtNode *statement) {
-    runError("undefined operation");
-    moveTo(context, statement->next);
-}
-
-void runLongjmp(ExecContext *context, StmtNode *statement) {
     runError("undefined operation");
     moveTo(context, statement->next);
 }

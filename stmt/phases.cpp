@@ -5,14 +5,13 @@
 #include <cstdlib>
 #include <vector>
 
+#include "stmt/arms.h"
 #include "stmt/execute.h"
 #include "stmt/program.h"
 
 namespace zy {
 
 namespace {
-
-using Statements = std::vector<StmtNode *>;
 
 // The compound statements of a list.
 void collect(StmtNode *first, const StmtNode *stop, Statements &found);
@@ -134,6 +133,18 @@ void restoreStatementPhases(ExecContext *context, StmtNode *body) {
         *field = saved ? *++buffer : 0;
     if (saved)
         freeLargeBuffer(context, list->fields.size() + 1);
+}
+
+void resetProgress(StmtNode *body, const StmtNode *target, const Statements &owners) {
+    Statements statements;
+    collect(body->operandA.statement, nullptr, statements);
+    for (StmtNode *statement : statements) {
+        bool isLoop = statement->kind == STMT_LOOP || statement->kind == STMT_DO;
+        if (isLoop && (statement == target || contains(owners, statement)))
+            *progressOf(statement) = CONDITION_DUE;
+        else if (statement->kind != STMT_FOREACH)
+            *progressOf(statement) = NOT_STARTED;
+    }
 }
 
 void releasePhaseList(StmtNode *body) { delete static_cast<PhaseList *>(body->operandE.pointer); }

@@ -8,6 +8,9 @@ bool stepMode;
 bool runEnded;
 bool runCut;
 bool exitRequested;
+int runDepth;
+JumpRecord *pendingJump;
+int pendingJumpDepth;
 
 const ScopeFrame *functionNameFrame;
 VarCell *functionNameCell;
