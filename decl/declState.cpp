@@ -12,6 +12,7 @@ bool inFunctionFile;
 int declarationDepth;
 int structCounter;
 const OpenBody *innermostBody;
+TypeInfo *retiredTags;
 
 void resetDeclState() {
     currentStruct = nullptr;

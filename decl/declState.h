@@ -32,6 +32,7 @@ struct OpenBody {
     const OpenBody *outer;
 };
 extern const OpenBody *innermostBody;
+extern TypeInfo *retiredTags;  // linked through `next`; releaseRetiredTags() releases them
 
 void resetDeclState();
 

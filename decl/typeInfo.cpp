@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "decl/declState.h"
 #include "decl/structInfo.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
@@ -23,15 +24,18 @@ TypeInfo *newTypeInfo() {
 
 namespace {
 
+bool ownsAggregate(const TypeInfo *info) {
+    bool isTag = info->dataType == DT_TAG || info->dataType == DT_ENUM;
+    return isTag && info->structLink && info->structLink->tag == info;
+}
+
 // The members of an enum are declarations of its block.
 void releaseTagOf(const TypeInfo *info) {
-    bool isTag = info->dataType == DT_TAG || info->dataType == DT_ENUM;
-    StructInfo *aggregate = info->structLink;
-    if (!isTag || !aggregate || aggregate->tag != info)
+    if (!ownsAggregate(info))
         return;
-    if (aggregate->aggregateKind == AGGREGATE_ENUM)
-        aggregate->members = nullptr;
-    deleteNode(aggregate);
+    if (info->structLink->aggregateKind == AGGREGATE_ENUM)
+        info->structLink->members = nullptr;
+    deleteNode(info->structLink);
 }
 
 bool ownsStaticCell(const TypeInfo *info) {
@@ -42,17 +46,72 @@ bool ownsStaticCell(const TypeInfo *info) {
 
 }  // namespace
 
-void releaseTypeInfo(TypeInfo *info) {
-    releaseTagOf(info);
-    deleteNode(info->arrayLink);
-    deleteNode(info->pointerFunction);
+namespace {
+
+void releaseBodyOf(const TypeInfo *info) {
     bool isFunction = info->kind == KIND_FUNCTION && info->dataType != DT_CONSTANT;
     if (isFunction && info->functionLink && info->functionLink->owner == info)
         releaseFunctionBody(info->functionLink);
-    deleteNode(info->functionLink);  // or the constant
+}
+
+void releaseCellOf(TypeInfo *info) {
     if (ownsStaticCell(info))
         killEntry(info->storageCell);
+    info->storageCell = nullptr;
+}
+
+void releaseRecord(TypeInfo *info) {
+    releaseTagOf(info);
+    deleteNode(info->arrayLink);
+    deleteNode(info->pointerFunction);
+    releaseBodyOf(info);
+    deleteNode(info->functionLink);  // or the constant
+    releaseCellOf(info);
     free(info);
+}
+
+}  // namespace
+
+void releaseTypeInfo(TypeInfo *info) {
+    if (ownsAggregate(info) && info->dataType == DT_TAG) {
+        info->next = retiredTags;
+        retiredTags = info;
+    } else {
+        releaseRecord(info);
+    }
+}
+
+// ---- Retired tags -------------------------------------------------------------------------------
+
+namespace {
+
+// All objects that a class keeps: those of its static members, and those in its functions.
+void releaseObjectsOf(const StructInfo *info) {
+    for (TypeInfo *member = info->members; member; member = member->next) {
+        if (ownsAggregate(member) && member->dataType == DT_TAG)
+            releaseObjectsOf(member->structLink);
+        releaseBodyOf(member);
+        releaseCellOf(member);
+    }
+}
+
+}  // namespace
+
+void releaseRetiredTags() {
+    // The bodies of functions may retire further tags, and so may the members.
+    while (retiredTags) {
+        TypeInfo *empty = nullptr;
+        while (TypeInfo *tag = retiredTags) {
+            retiredTags = tag->next;
+            releaseObjectsOf(tag->structLink);
+            tag->next = empty;
+            empty = tag;
+        }
+        while (TypeInfo *tag = empty) {
+            empty = tag->next;
+            releaseRecord(tag);
+        }
+    }
 }
 
 void releaseTypeInfoList(TypeInfo *list) {

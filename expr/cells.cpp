@@ -130,24 +130,29 @@ void releaseBoundFunction(FuncInfo *function) {
     deleteNode(function);
 }
 
+// The flags of a link are something else.
+bool ownsText(const VarCell *cell) {
+    return (cell->flags & CELL_OWNS_TEXT) && isPointer(static_cast<int>(cell->type));
+}
+
 void releaseContents(VarCell *cell) {
     switch (cell->type) {
         case DT_STRING:
         case DT_QUATERNION: free(cell->data.p); break;
-        case DT_P_CHAR:
-            if (cell->flags & CELL_OWNS_TEXT)
-                free(cell->data.p);
-            break;
         case DT_P_FUNCTION: releaseBoundFunction(static_cast<FuncInfo *>(cell->data.p)); break;
         case DT_STRUCT:
-            if (!cell->noFree)
+            if (!cell->noFree) {
+                releaseObject(cell->data.p, cell->structInfo);
                 free(cell->data.p);
+            }
             break;
         case DT_CARRAY:
         case DT_ARRAY: releaseArrayContents(cell, true); break;
         case DT_P_CARRAY:
         case DT_P_ARRAY: releaseArrayContents(cell, cell->argumentMark == ARRAY_ARGUMENT); break;
-        default: break;
+        default:
+            if (ownsText(cell))
+                free(cell->text);
     }
 }
 

@@ -126,6 +126,12 @@ void rewindContexts() {
     resetClassContext();
 }
 
+void releaseProgramStorage() {
+    releaseFramesAbove(SYSTEM_LEVEL);
+    for (ExecContext *context = allContexts; context; context = context->allNext)
+        releaseStack(context);
+}
+
 void releaseContexts() {
     releaseFramesAbove(SYSTEM_LEVEL);
     while (allContexts)

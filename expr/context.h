@@ -23,6 +23,8 @@ void releaseContext(ExecContext *context);
 void createBaseFrame();
 // Releases every context with its frames above level 0, and makes a fresh base context current.
 void resetContexts();
+// Everything that is stored above level 0 goes, while the types of it are still there.
+void releaseProgramStorage();
 // For another run of the same program: the base context alone stays, with its frames of level 0
 // and 1.
 void rewindContexts();

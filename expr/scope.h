@@ -16,6 +16,7 @@ struct VarCell {
     union {
         VarCell *reference;      // for arguments of reference kind
         StructInfo *structInfo;  // of an object, or of objects: their class
+        char *text;              // of a pointer with CELL_OWNS_TEXT: released with the cell
     };
     Payload data;  // the scalar itself, a pointer, or the first of two halves
     union {
@@ -28,7 +29,7 @@ struct VarCell {
     int16_t fortranOrder;
     uint32_t adoptShape;  // 1: each assignment replaces the whole shape
 };
-constexpr uint32_t CELL_OWNS_TEXT = 1;  // flags of a pointer to char
+constexpr uint32_t CELL_OWNS_TEXT = 1;  // flags of a pointer that was given a string
 constexpr uint32_t CELL_LIVES = 2;      // of an object, or an array of them: to be destroyed
 
 constexpr int ERRNO_SLOT = 42;  // the system variable _errno

@@ -189,6 +189,7 @@ void releaseScopes() {
     releaseClassContext();
     releaseTypeInfoList(systemSymbols);
     releaseTypeInfoList(removedSymbols);
+    releaseRetiredTags();
     systemSymbols = removedSymbols = nullptr;
 }
 

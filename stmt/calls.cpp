@@ -24,6 +24,7 @@
 #include "stmt/arms.h"
 #include "stmt/arrayArguments.h"
 #include "stmt/execute.h"
+#include "stmt/textArguments.h"
 
 namespace zy {
 
@@ -158,7 +159,7 @@ VarCell *newArgument(TypeInfo *formal, Value *value) {
         return newNumberArgument(formal->dataType, value);
     VarCell *cell = newVarCell(formal->dataType);
     initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
-    if (value)
+    if (value && !passText(cell, value))
         storeInCell(cell, value);
     if (cell->type == DT_STRUCT && hasLife(formal->structLink))
         cell->flags |= CELL_LIVES;
@@ -493,6 +494,7 @@ void returnFromFunction() {
     value->next = caller->stack;
     caller->stack = value;
     releaseBlocks(context);
+    keepReturnedText(function, context->frames, value);
     releaseParameters(context);
     leaveForeachs(context, {});
     if (runsOnObject(function))

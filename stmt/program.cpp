@@ -169,7 +169,21 @@ void releaseFunctionBody(FuncInfo *function) {
     delete closing;
 }
 
+namespace {
+
+// Declarations of level 0 outlive the program, and so must the classes that they refer to.
+bool hasGlobalObjects() {
+    for (const TypeInfo *list : {systemSymbols, removedSymbols})
+        for (; list; list = list->next)
+            if (list->structLink || list->kind == KIND_FUNCTION)
+                return true;
+    return false;
+}
+
+}  // namespace
+
 void releaseProgram() {
+    releaseProgramStorage();
     releaseFunctionFiles();
     functionNameFrame = nullptr;
     forgetStaticObjects();
@@ -180,6 +194,9 @@ void releaseProgram() {
     releaseLabels(rootStmt->operandB.label);
     delete rootStmt;
     rootStmt = globalBlock = currentBlock = nullptr;
+    releaseRemovedSymbols();
+    if (!hasGlobalObjects())
+        releaseRetiredTags();
     parseTop = -1;
     freeMacros();
     releaseSourceLines();

@@ -218,7 +218,8 @@ TEST_F(ScopeTest, CellsAreSetUpAndReleasedByKind) {
 
     VarCell *text = newVarCell(DT_P_CHAR);
     text->flags = CELL_OWNS_TEXT;
-    text->data.text = copyString("owned");
+    text->text = copyString("owned");
+    text->data.text = text->text + 2;
     killEntry(text);
     char borrowed[] = "borrowed";
     for (int type : {DT_P_CHAR, DT_P_VOID, DT_STRUCT}) {
