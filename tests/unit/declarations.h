@@ -49,6 +49,7 @@ protected:
         globalBlock = currentBlock = nullptr;
         parseTop = -1;
         releaseRemovedSymbols();
+        releaseRetiredTags();
         EXPECT_EQ(liveValueCount(), before);
         InstanceTest::TearDown();
     }

@@ -38,6 +38,7 @@ protected:
         globalBlock = nullptr;
         parseTop = -1;
         releaseRemovedSymbols();
+        releaseRetiredTags();
         EXPECT_EQ(liveValueCount(), before + constants);
         InstanceTest::TearDown();
     }
