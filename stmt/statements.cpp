@@ -75,10 +75,24 @@ void parseExit(StmtNode *statement) {
     expectChar(';', true);
 }
 
-// An argument list as of printf.
+bool listIsEmpty() {
+    peekNonBlank();
+    const char *text = lineBuffer + linePos;
+    return *text == '(' && text[1 + strspn(text + 1, " \t")] == ')';
+}
+
+// An argument list as of printf, if there is one, whose arguments are evaluated as they are
+// printed: the statement has no chain of its own.
 void parsePrintArguments(StmtNode *statement) {
-    ExprNode *list = parsePrimary(newOperatorNode(OP_PRINT_LIST), false);
-    statement->operandA.tree = list;
+    if (listIsEmpty()) {
+        expectChar('(', true);
+        expectChar(')', true);
+    } else {
+        ExprNode *list = parsePrimary(newOperatorNode(OP_PRINT_LIST), false);
+        statement->operandA.tree = list;
+        if (list && !errorFlag)
+            compileChain(list, nullptr, false);
+    }
     expectChar(';', true);
 }
 

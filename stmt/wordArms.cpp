@@ -125,8 +125,8 @@ void runExit(ExecContext *, StmtNode *statement) {
 }
 
 void runAbort(ExecContext *, StmtNode *statement) {
-    if (statement->operandA.tree)
-        printfEngine(nullptr, statement->operandA.tree);
+    if (const ExprNode *list = statement->operandA.tree)
+        printfEngine(nullptr, list->left);
     leaveAllFunctions();
     freeAtExitList();
     if (!e_lang->embedded) {
@@ -140,8 +140,9 @@ void runAbort(ExecContext *, StmtNode *statement) {
 }
 
 void runStop(ExecContext *context, StmtNode *statement) {
-    if (statement->operandA.tree)
-        printfEngine(nullptr, statement->operandA.tree);
+    if (const ExprNode *list = statement->operandA.tree)
+        printfEngine(nullptr, list->left);
+    fflush(stdout);
     fprintf(stderr, "stop at line %d\n", statement->line);
     fputs("\n Please type 'n' to next line;  'c' to continue; 's' to stop: ", stderr);
     char answer[SOURCE_LINE_MAX];
