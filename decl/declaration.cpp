@@ -86,8 +86,8 @@ int listLength(const TypeInfo *list) {
 
 class DeclarationParser {
 public:
-    DeclarationParser(int scopeLevel, TagEntry **tags, TypeInfo **symbols, DeclContext place)
-        : level(scopeLevel), tagList(tags), symbolList(symbols), context(place) {}
+    DeclarationParser(int scopeLevel, TypeInfo **symbols, DeclContext place)
+        : level(scopeLevel), symbolList(symbols), context(place) {}
 
     // True if a function's body was entered.
     bool run(TypeInfo **last);
@@ -135,7 +135,6 @@ private:
     bool isAbstract() const { return level == TYPE_ONLY_LEVEL; }
 
     int level;
-    TagEntry **tagList;
     TypeInfo **symbolList;
     DeclContext context;
     Specifiers specifiers;
@@ -778,7 +777,7 @@ bool declare(StmtNode *, int level, TagEntry **tagList, TypeInfo **symbolList, T
     }
     int before = listLength(*symbolList);
     declarationDepth++;
-    bool bodyFollows = DeclarationParser(level, tagList, symbolList, context).run(last);
+    bool bodyFollows = DeclarationParser(level, symbolList, context).run(last);
     declarationDepth--;
     if (count)
         *count += listLength(*symbolList) - before;
@@ -786,12 +785,12 @@ bool declare(StmtNode *, int level, TagEntry **tagList, TypeInfo **symbolList, T
 }
 
 TypeInfo *declareHead(const Specifiers &specifiers, Declarator &declarator) {
-    return DeclarationParser(FILE_LEVEL, nullptr, &globalBlock->symbols(), CONTEXT_PLAIN)
+    return DeclarationParser(FILE_LEVEL, &globalBlock->symbols(), CONTEXT_PLAIN)
         .declareHead(specifiers, declarator);
 }
 
 TypeInfo *parseTypeName() {
-    return DeclarationParser(TYPE_ONLY_LEVEL, nullptr, nullptr, CONTEXT_PARAMETER)
+    return DeclarationParser(TYPE_ONLY_LEVEL, nullptr, CONTEXT_PARAMETER)
         .parseNamelessType();
 }
 

@@ -9,6 +9,7 @@
 #include "numeric/convert.h"
 #include "numeric/elementConversion.h"
 #include "numeric/elementTypes.h"
+#include "numeric/independent.h"
 #include "numeric/shape.h"
 
 namespace zy {
@@ -143,7 +144,7 @@ struct Into {
         static void run(void *destination, const void *source, size_t count) {
             auto *to = static_cast<To *>(destination);
             auto *from = static_cast<const From *>(source);
-#pragma GCC ivdep
+            ZY_INDEPENDENT
             for (size_t i = 0; i < count; i++)
                 to[i] = convertElement<To>(from[i]);
         }

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "numeric/elementConversion.h"
+#include "numeric/independent.h"
 
 namespace zy {
 
@@ -39,7 +40,7 @@ void runStep(ElementStep &step, void *to, size_t count);
 // ---- The loop of all kernels --------------------------------------------------------------------
 
 // Operation::of for each element. No element depends on another, whether or not the target is an
-// operand: ivdep says so where the compiler can't see it.
+// operand: ZY_INDEPENDENT says so where the compiler can't see it.
 template <class Operation, class T, class Result, OperandForm form>
 bool combineElements(void *to, const void *left, const void *right, size_t count) {
     auto *result = static_cast<Result *>(to);
@@ -47,16 +48,16 @@ bool combineElements(void *to, const void *left, const void *right, size_t count
     auto *b = static_cast<const T *>(right);
     if constexpr (form == ARRAY_SCALAR) {
         T scalar = *b;
-#pragma GCC ivdep
+        ZY_INDEPENDENT
         for (size_t i = 0; i < count; i++)
             result[i] = Operation::of(a[i], scalar);
     } else if constexpr (form == SCALAR_ARRAY) {
         T scalar = *a;
-#pragma GCC ivdep
+        ZY_INDEPENDENT
         for (size_t i = 0; i < count; i++)
             result[i] = Operation::of(scalar, b[i]);
     } else {
-#pragma GCC ivdep
+        ZY_INDEPENDENT
         for (size_t i = 0; i < count; i++)
             result[i] = Operation::of(a[i], b[i]);
     }
@@ -67,7 +68,7 @@ template <class Operation, class T, class Result>
 bool mapElements(void *to, const void *from, const void *, size_t count) {
     auto *result = static_cast<Result *>(to);
     auto *a = static_cast<const T *>(from);
-#pragma GCC ivdep
+    ZY_INDEPENDENT
     for (size_t i = 0; i < count; i++)
         result[i] = Operation::of(a[i]);
     return false;

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "numeric/elementTypes.h"
+#include "numeric/independent.h"
 
 namespace zy {
 
@@ -43,7 +44,7 @@ void plainProduct(T *to, const T *left, const T *right, ProductSize size) {
         T *target = to + row * size.columns;
         for (size_t k = 0; k < size.inner; k++) {
             const T factor = left[row * size.inner + k], *from = right + k * size.columns;
-#pragma GCC ivdep
+            ZY_INDEPENDENT
             for (size_t column = 0; column < size.columns; column++)
                 target[column] = sumOf(target[column], factor, from[column]);
         }
