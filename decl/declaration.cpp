@@ -769,8 +769,8 @@ TypeInfo *DeclarationParser::parseNamelessType() {
 
 }  // namespace
 
-bool declare(StmtNode *, int level, TagEntry **tagList, TypeInfo **symbolList, TypeInfo **last,
-             int *count, DeclContext context) {
+bool declare(StmtNode *, int level, TagEntry **, TypeInfo **symbolList, TypeInfo **last, int *count,
+             DeclContext context) {
     if (declarationDepth >= DECLARATION_DEPTH_MAX) {
         parseError("declarations are nested too deeply");
         return false;
@@ -790,8 +790,7 @@ TypeInfo *declareHead(const Specifiers &specifiers, Declarator &declarator) {
 }
 
 TypeInfo *parseTypeName() {
-    return DeclarationParser(TYPE_ONLY_LEVEL, nullptr, CONTEXT_PARAMETER)
-        .parseNamelessType();
+    return DeclarationParser(TYPE_ONLY_LEVEL, nullptr, CONTEXT_PARAMETER).parseNamelessType();
 }
 
 }  // namespace zy
