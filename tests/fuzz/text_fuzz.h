@@ -49,6 +49,8 @@ inline void freshInstance() {
         Zy_End_kernel(handle);
     handle = &handle;
     ZyOptions options{};
+    static char home[] = "home";  // run copies the sources of one
+    options.zyhome = home;
     if (Zy_Initialize2_kernel(
             &handle, &options, [](const char *) { return 0; },
             [](const char *name) { return getenv(name); }) != 0)
