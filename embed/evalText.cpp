@@ -62,6 +62,9 @@ ExprNode *parseText(const char *text) {
     if (tree && !errorFlag && atLineEnd() && endOfInput)
         return tree;
     deleteNode(tree);
+    if (pushedBack && tokenClass == TK_CONSTANT)
+        deleteValue(takeConstant());  // left to be read, it belongs to nobody else
+    pushedBack = false;
     forgetUses();
     return nullptr;
 }
