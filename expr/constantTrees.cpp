@@ -32,6 +32,8 @@ bool isConstantTree(const ExprNode *tree) {
 int evaluateConstant(ExprNode *tree) {
     if (const Value *constant = constantOf(tree))
         return static_cast<int>(readSigned64(constant));
+    if (errorFlag)
+        return 0;  // operands may be missing
     int number = 0;
     unsigned char status = runStatus;
     runNested(compileChain(tree, nullptr, true));
