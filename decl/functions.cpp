@@ -138,6 +138,8 @@ NameList parseNames() {
             names.push_back(tokenValue.name);
         else
             errorFlag = 1;
+        if (tokenClass == TK_CONSTANT)
+            deleteValue(takeConstant());
         nextToken();
     } while (!errorFlag && isChar(','));
     pushedBack = true;
