@@ -164,6 +164,8 @@ void shiftIndices(TypeInfo *list, int distance) {
 
 TypeInfo *detachThis(FuncInfo *function) {
     TypeInfo *self = function->parameters;
+    if (!self)
+        return nullptr;  // lost by a declaration that was refused
     function->parameters = self->next;
     shiftIndices(function->parameters, -1);
     return self;
@@ -180,6 +182,8 @@ void dropVoid(FuncInfo *function) {
 
 void attachThis(FuncInfo *function, TypeInfo *self) {
     dropVoid(function);
+    if (!self)
+        return;
     shiftIndices(function->parameters, 1);
     self->level = function->parameterLevel;
     self->index = 0;
