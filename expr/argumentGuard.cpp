@@ -47,19 +47,22 @@ void checkElementType(const ExprNode *actual, const TypeInfo *formal) {
                      dataTypeText(element));
 }
 
-void checkNonArray(int type, const TypeInfo *formal) {
+// A vector takes a pointer, and warns of a number as a pointer does.
+void checkNonArray(ExprNode *actual, int type, const TypeInfo *formal) {
     if (type == DT_NULL)
         return;
     if (isAssumed(formal))
         parseError("non-array is passed to pointer to assumed-shape array ");
     else if (rankOf(formal) != 1)
         parseWarning("non-array is passed to pointer to array in a function ");
+    else if (isScalarNumeric(type))
+        convertTree(actual, bandAbove(formal->dataType));
 }
 
 void checkArrayArgument(ExprNode *actual, const TypeInfo *formal) {
     int type = treeType(actual);
     if (!isArray(type)) {
-        checkNonArray(type, formal);
+        checkNonArray(actual, type, formal);
         return;
     }
     Bounds bounds;
