@@ -13,6 +13,13 @@ public:
     ContextKeeper(const ContextKeeper &) = delete;
     ContextKeeper &operator=(const ContextKeeper &) = delete;
     ~ContextKeeper() {
+        if (jumpIsPending()) {
+            context->statement = statement;
+            context->chain = nullptr;
+            context->phase = phase;
+            executing = 0;
+            return;
+        }
         if (runCutShort() && !isLive()) {
             currentContext->statement = nullptr;
             currentContext->chain = nullptr;

@@ -9,49 +9,25 @@
 #include "decl/funcInfo.h"
 #include "expr/context.h"
 #include "expr/direct.h"
+#include "expr/events.h"
 #include "expr/nodes.h"
 #include "expr/objects.h"
-#include "expr/operators.h"
-#include "expr/readers.h"
 #include "expr/routines.h"
 #include "expr/scope.h"
-#include "expr/thread.h"
 #include "expr/typeQueries.h"
-#include "front/names.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
 #include "numeric/convert.h"
 #include "stmt/arms.h"
 #include "stmt/arrayArguments.h"
+#include "stmt/callArguments.h"
 #include "stmt/execute.h"
+#include "stmt/functionName.h"
 #include "stmt/textArguments.h"
 
 namespace zy {
 
 namespace {
-
-// The function's name as scripts know it.
-const char *shownName(const TypeInfo *symbol) {
-    const char *name = symbol->name ? symbol->name->text : "";
-    return strncmp(name, "___", 3) == 0 ? "main" : name;
-}
-
-// The value of __func__: the name itself, which lives as long as the instance.
-void setFunctionName(const char *name) {
-    constexpr int functionNameSlot = 76;
-    if (functionNameFrame != baseFrame) {
-        functionNameFrame = baseFrame;
-        functionNameCell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr;
-    }
-    if (functionNameCell)
-        functionNameCell->data.text = const_cast<char *>(name);
-}
-
-// A parameter list of `void` alone is no parameter.
-bool hasParameters(const FuncInfo *function) {
-    const TypeInfo *first = function->parameters;
-    return first && !(first->dataType == DT_VOID && first->kind < KIND_P_FUNCTION);
-}
 
 // ---- Objects of member functions ----------------------------------------------------------------
 
@@ -124,188 +100,6 @@ TypeInfo *calleeOf(ExprNode *node) {
     return symbol;
 }
 
-// ---- Arguments ----------------------------------------------------------------------------------
-
-// An argument's value: computed here for one that is direct, else as operandOf() finds it.
-Value *valueOfArgument(ExprNode *cell, bool &popped) {
-    if (!cell->number)
-        return operandOf(cell->item, popped);
-    noteDirectSteps(cell->item);
-    Value *value = newValue();
-    popped = value != nullptr;
-    if (value)
-        cell->number(cell->item, value);
-    return value;
-}
-
-bool isByReference(const TypeInfo *formal) {
-    return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
-}
-
-VarCell *newNumberArgument(int type, const Value *value) {
-    VarCell *cell = newVarCell(type);
-    if (!cell || !value)
-        return cell;
-    if (static_cast<int>(value->type) == type)
-        cell->data = value->payload;
-    else
-        storeInCell(cell, value);
-    return cell;
-}
-
-// A cell for a formal with the value, converted as an assignment converts it.
-VarCell *newArgument(TypeInfo *formal, Value *value) {
-    if (formal->kind == KIND_SIMPLE && isReal(formal->dataType))
-        return newNumberArgument(formal->dataType, value);
-    VarCell *cell = newVarCell(formal->dataType);
-    initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
-    if (value && !passText(cell, value))
-        storeInCell(cell, value);
-    if (cell->type == DT_STRUCT && hasLife(formal->structLink))
-        cell->flags |= CELL_LIVES;
-    return cell;
-}
-
-VarCell *newLink(VarCell *target) {
-    VarCell *cell = newVarCell(DT_LINK);
-    cell->data.p = target;
-    return cell;
-}
-
-// An lvalue that is no plain variable has its address on the stack, over its value. The parameter
-// is a copy, stored through the address at the return.
-VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
-    ExprNode *actual = cell->item;
-    if (TypeInfo *variable = variableOf(actual))
-        return newLink(findVarCell(variable));
-    Value *address = referenceAddressOf(actual) ? popValue() : nullptr;
-    bool popped;
-    Value *value = valueOfArgument(cell, popped);
-    VarCell *copy = newArgument(formal, value);
-    if (value && popped)
-        deleteValue(value);
-    if (!address)
-        return copy;
-    VarCell *link = newLink(copy);
-    link->reference = static_cast<VarCell *>(address->payload.p);
-    link->flags = address->type;
-    recycleValue(address);
-    return link;
-}
-
-VarCell *newFormal(TypeInfo *formal, ExprNode *cell) {
-    if (isByReference(formal))
-        return newReference(formal, cell);
-    bool isArray = isArrayFormal(formal);
-    TypeInfo *variable = isArray && takesArrayCell(formal) ? variableOf(cell->item) : nullptr;
-    if (variable)
-        return newArrayArgument(formal, findVarCell(variable));
-    bool popped;
-    Value *value = valueOfArgument(cell, popped);
-    VarCell *argument =
-        isArray && value ? newArrayArgument(formal, value) : newArgument(formal, value);
-    if (value && popped)
-        deleteValue(value);
-    return argument;
-}
-
-void warnOfMissing(const TypeInfo *callee) {
-    runWarning(
-        "less parameters are passed to procedure `%s', default zeros are used for missing ones at "
-        "the end",
-        shownName(callee));
-}
-
-// The hidden formal of a member function: the object of the record on top.
-TypeInfo *passThis(ScopeFrame *frame, TypeInfo *formal) {
-    VarCell *cell = newVarCell(DT_P_STRUCT);
-    cell->data.p = classContext->object;
-    cell->noFree = classContext->noFree;
-    setSlot(frame, 0, cell);
-    return formal->next;
-}
-
-// Arguments that are computed here, the last one first. Whether each formal got one.
-bool passNumbers(ScopeFrame *frame, TypeInfo *formal, ExprNode *actual, int slot) {
-    if (!formal || !actual)
-        return !formal;
-    bool complete = passNumbers(frame, formal->next, actual->next, slot + 1);
-    noteDirectSteps(actual->item);
-    Value value;
-    actual->number(actual->item, &value);
-    fillSlot(frame, slot, newArgument(formal, &value));
-    return complete;
-}
-
-// Other arguments lie on the stack, the first on top.
-void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
-    int slot = 0;
-    TypeInfo *first = callee->functionLink->parameters;
-    if (callee->flags & FLAG_MEMBER_FUNCTION) {
-        first = passThis(frame, first);
-        slot = 1;
-    }
-    bool computed = actual && actual->number;
-    if (computed && passNumbers(frame, first, actual, slot))
-        return;
-    for (TypeInfo *formal = first; formal; formal = formal->next, slot++) {
-        if (!actual)
-            warnOfMissing(callee);
-        if (!actual || !computed)
-            setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
-        actual = actual ? actual->next : nullptr;
-    }
-}
-
-// What goes to `...`, kept with the callee's context.
-ExprNode *collectVarArgs(ExprNode *actual) {
-    ExprNode *list = nullptr;
-    for (; actual; actual = actual->next) {
-        bool popped;
-        Value *value = valueOfArgument(actual, popped);
-        if (!value)
-            continue;
-        Value *own = popped ? value : copyNode(value);
-        if (own->type == DT_STRUCT && !own->owned)
-            ownObject(own);
-        bool isTemporary = popped && actual->item->kind == NODE_OPERATOR;
-        if (own->type == DT_STRING && isTemporary) {
-            own->type = DT_P_CHAR;
-            own->owned = VAR_ARG_TEXT;
-        } else if (own->type == DT_P_CHAR) {
-            own->owned = 0;
-        }
-        appendListCell(list, own);
-    }
-    return list;
-}
-
-// Arguments beyond the formals that nothing takes.
-void dropArguments(ExprNode *actual) {
-    for (; actual; actual = actual->next) {
-        Value *address = referenceAddressOf(actual->item) ? popValue() : nullptr;
-        if (address)
-            recycleValue(address);
-        bool popped;
-        Value *value = valueOfArgument(actual, popped);
-        if (value && popped)
-            deleteValue(value);
-    }
-}
-
-const TypeInfo *firstFormal(const FuncInfo *function) {
-    if (!hasParameters(function))
-        return nullptr;
-    bool isMember = function->owner && (function->owner->flags & FLAG_MEMBER_FUNCTION);
-    return isMember ? function->parameters->next : function->parameters;
-}
-
-ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function) {
-    for (const TypeInfo *formal = firstFormal(function); formal && actual; formal = formal->next)
-        actual = actual->next;
-    return actual;
-}
-
 // Where names of the enclosing scopes are found: a function of file level sees file level, one
 // that is defined in a block the frames of its caller.
 ScopeFrame *framesOfDefinition(const TypeInfo *callee, ScopeFrame *callers) {
@@ -328,7 +122,7 @@ int enterFunction(TypeInfo *callee, ExprNode *node) {
             runError("function main() not defined");
         else
             runError("function '%s()' not defined", shownName(callee));
-        dropArguments(node->right);
+        dropActuals(node->right);
         return failMember(callee, function->returnType);
     }
     ExecContext *caller = currentContext, *context = newContext();
@@ -341,7 +135,7 @@ int enterFunction(TypeInfo *callee, ExprNode *node) {
     context->level = function->parameterLevel;
     context->statement = function->body;
     context->frames = framesOfDefinition(callee, caller->frames);
-    setFunctionName(shownName(callee));
+    setFunctionName(callee);
     if (hasParameters(function)) {
         ScopeFrame *frame = newScopeFrame(function, true);
         passArguments(frame, callee, node->right);
@@ -352,7 +146,7 @@ int enterFunction(TypeInfo *callee, ExprNode *node) {
     if (function->variadic)
         context->varArgs = collectVarArgs(rest);
     else
-        dropArguments(rest);
+        dropActuals(rest);
     caller->state = 7;
     // The evaluator steps to the node behind the one that runs; the caller is already there.
     caller->chain = node->next;
@@ -367,7 +161,7 @@ int callFunction(ExprNode *node) {
     TypeInfo *callee = calleeOf(node);
     bool isMaking = callee && (callee->flags & FLAG_CONSTRUCTOR) && variableOf(node->left);
     if (!callee || !callee->functionLink || (isMaking && !makeObject(callee))) {
-        dropArguments(node->right);
+        dropActuals(node->right);
         return failCall(DT_INT);
     }
     return enterFunction(callee, node);
@@ -408,7 +202,7 @@ void releaseCall(ExecContext *context) {
     restoreStatementPhases(context, context->function->body);
     releaseContext(context);
     currentContext = caller;
-    setFunctionName(caller->function ? shownName(caller->function->owner) : "");
+    setFunctionName(caller->function ? caller->function->owner : nullptr);
 }
 
 // The value of a return, which the caller owns; NULL for none.
@@ -504,6 +298,8 @@ void returnFromFunction() {
 }
 
 void leaveFunction(bool withDestructors) {
+    if (wantsEvent(EVENT_FUNCTION_EXIT))
+        deliverEvent(EVENT_FUNCTION_EXIT);
     ExecContext *context = currentContext;
     while (context->frames && !context->frames->isFunction &&
            context->frames->level > context->function->parameterLevel) {

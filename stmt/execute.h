@@ -37,6 +37,9 @@ extern int pendingJumpDepth;  // of the run that is to take it up
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;
 extern VarCell *functionNameCell;
+// The text of __func__ in a member function.
+constexpr size_t MEMBER_NAME_SIZE = 512;
+extern char memberFunctionName[MEMBER_NAME_SIZE];
 
 // A jump that has ended a nested run: the run around it, of that depth, goes on with it. False if
 // none waits for this run, or if the jump ends this run, too.

@@ -14,5 +14,6 @@ int pendingJumpDepth;
 
 const ScopeFrame *functionNameFrame;
 VarCell *functionNameCell;
+char memberFunctionName[MEMBER_NAME_SIZE];
 
 }  // namespace zy

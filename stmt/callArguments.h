@@ -1,0 +1,23 @@
+// The arguments of calls and the formals that take them.
+#pragma once
+
+#include "decl/funcInfo.h"
+#include "expr/scope.h"
+#include "expr/value.h"
+
+namespace zy {
+
+// A parameter list of `void` alone is no parameter.
+bool hasParameters(const FuncInfo *function);
+bool isByReference(const TypeInfo *formal);
+
+// Fills the frame of a function with the list of arguments.
+void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual);
+// The arguments behind those that formals take.
+ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function);
+// What goes to `...`: a list for the callee's context.
+ExprNode *collectVarArgs(ExprNode *actual);
+// The end of arguments that nothing takes.
+void dropActuals(ExprNode *actual);
+
+}  // namespace zy
