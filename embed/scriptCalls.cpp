@@ -10,6 +10,7 @@
 #include "embed/hostValues.h"
 #include "embed/kernel.h"
 #include "embed/scriptDriver.h"
+#include "expr/calls.h"
 #include "expr/context.h"
 #include "expr/guards.h"
 #include "expr/nodes.h"
@@ -257,7 +258,9 @@ public:
         currentContext = interrupted;
         if (own)
             releaseContext(own);
-        executing = running;
+        executing = running && !jumpIsPending();
+        if (jumpIsPending())
+            currentContext->chain = nullptr;
         bool failed = runEnded && runStatus == RUN_ERROR;
         runStatus = failed ? static_cast<unsigned char>(RUN_ERROR) : status;
         if (running && runEnded)

@@ -62,7 +62,7 @@ VarCell *newArgument(TypeInfo *formal, Value *value) {
         return newNumberArgument(formal->dataType, value);
     VarCell *cell = newVarCell(formal->dataType);
     initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
-    if (value && !passText(cell, value))
+    if (value && !passText(cell, value) && !passElements(cell, value))
         storeInCell(cell, value);
     if (cell->type == DT_STRUCT && hasLife(formal->structLink))
         cell->flags |= CELL_LIVES;

@@ -121,7 +121,8 @@ void runLoop(bool debug) {
 }  // namespace
 
 void runStatements(bool debug) {
-    runDepth++;
+    if (runDepth++ == 0)
+        pendingJump = nullptr;
     runLoop(debug);
     runDepth--;
 }

@@ -33,6 +33,7 @@ extern bool runCut;         // the last runStatements() was ended so, or by an a
 extern bool exitRequested;  // with abortRequest: the run is to end that way
 extern int runDepth;        // of runs of the statement loop inside each other
 extern JumpRecord *pendingJump;
+extern ExecContext *pendingTarget;  // where it goes to; NULL: by the record's function
 extern int pendingJumpDepth;  // of the run that is to take it up
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;

@@ -73,39 +73,59 @@ ExecContext *takeSignalContext() {
     return nullptr;
 }
 
-// Whether a context is where calls start: that of a call by the host, or file level, to which
-// only jumps from calls made there lead.
-bool endsCallers(const ExecContext *context, const JumpRecord *record) {
-    if (context != baseContext && !context->caller)
-        return true;
-    return !context->function && record->function;
+// The run around this one goes on with the jump.
+void endNestedRun(JumpRecord *record, ExecContext *target) {
+    pendingJump = record;
+    pendingTarget = target;
+    pendingJumpDepth = runDepth - 1;
+    executing = 0;
 }
 
-// The callers have run out.
-bool leaveForSignal() {
+// The context to which a call of the host returns: a run of the statement loop started there.
+bool isHostContext(const ExecContext *context) {
+    return context != baseContext && !context->caller;
+}
+
+bool isLive(const ExecContext *context) {
+    const ExecContext *live = allContexts;
+    while (live && live != context)
+        live = live->allNext;
+    return live != nullptr;
+}
+
+// The callers have run out. A handler was called by the host, in a run of its own.
+bool leaveForSignal(JumpRecord *record, const ExecContext *caller) {
     ExecContext *target = takeSignalContext();
-    if (!target) {
+    if (!target || !isLive(target)) {
         runError("function containing setjmp() is terminated before longjmp() is called");
         skipStatement();
         return false;
     }
     leaveFunction(false);
+    if (isHostContext(caller) && runDepth > 1) {
+        endNestedRun(record, target);
+        return false;
+    }
     currentContext = target;
     return true;
 }
 
-// Functions are left until the record's one is current. False if that is not yet so, or can't be.
-bool unwindTo(JumpRecord *record) {
-    while (currentContext->function != record->function) {
+// Functions are left until the target is current or, without one, the record's function. False if
+// that is not yet so, or can't be.
+bool unwindTo(JumpRecord *record, const ExecContext *target) {
+    auto isThere = [&] {
+        return target ? currentContext == target : currentContext->function == record->function;
+    };
+    while (!isThere()) {
         const ExecContext *caller = currentContext->caller;
-        if (!caller || endsCallers(caller, record))
-            return leaveForSignal();
+        bool endsCallers =
+            !caller || isHostContext(caller) || (!caller->function && record->function);
+        if (endsCallers)
+            return leaveForSignal(record, caller);
         bool endsRun = !caller->statement;  // a nested run was started there
         leaveFunction(false);
         if (endsRun) {
-            pendingJump = record;
-            pendingJumpDepth = runDepth - 1;
-            executing = 0;
+            endNestedRun(record, const_cast<ExecContext *>(target));
             return false;
         }
     }
@@ -167,8 +187,8 @@ void arrive(StmtNode *statement) {
     moveTo(context, statement);
 }
 
-void jumpTo(JumpRecord *record) {
-    if (unwindTo(record))
+void jumpTo(JumpRecord *record, const ExecContext *target) {
+    if (unwindTo(record, target))
         arrive(record->statement);
 }
 
@@ -182,7 +202,7 @@ bool takeUpJump() {
     JumpRecord *record = pendingJump;
     pendingJump = nullptr;
     executing = 1;
-    jumpTo(record);
+    jumpTo(record, pendingTarget);
     return executing;
 }
 
@@ -206,7 +226,7 @@ void runLongjmp(ExecContext *, StmtNode *statement) {
         skipStatement();
         return;
     }
-    jumpTo(record);
+    jumpTo(record, nullptr);
 }
 
 }  // namespace zy

@@ -10,6 +10,7 @@ bool runCut;
 bool exitRequested;
 int runDepth;
 JumpRecord *pendingJump;
+ExecContext *pendingTarget;
 int pendingJumpDepth;
 
 const ScopeFrame *functionNameFrame;

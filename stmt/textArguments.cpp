@@ -8,6 +8,7 @@
 #include "decl/funcInfo.h"
 #include "expr/nodes.h"
 #include "expr/typeQueries.h"
+#include "numeric/shape.h"
 
 namespace zy {
 
@@ -21,6 +22,24 @@ bool passText(VarCell *cell, const Value *value) {
     if (value->type != DT_STRING || !takesText(static_cast<int>(cell->type)))
         return false;
     cell->text = cell->data.text = copyString(value->payload.text);
+    cell->flags |= CELL_OWNS_TEXT;
+    return true;
+}
+
+bool passElements(VarCell *cell, const Value *value) {
+    bool isTemporary = (value->type == DT_CARRAY || value->type == DT_ARRAY) &&
+                       value->ownership == ARRAY_OWNED && value->payload.p;
+    int element = value->payload2.elementType;
+    bool isPlain = element >= 0 && isScalarNumeric(element);
+    if (!isTemporary || !isPlain || !takesText(static_cast<int>(cell->type)))
+        return false;
+    size_t size = static_cast<size_t>(elementSize(element)) * value->count;
+    auto *copy = static_cast<char *>(allocOrFail(size + 1));  // ended as a text is
+    if (!copy)
+        return false;
+    memcpy(copy, value->payload.p, size);
+    copy[size] = '\0';
+    cell->text = cell->data.text = copy;
     cell->flags |= CELL_OWNS_TEXT;
     return true;
 }

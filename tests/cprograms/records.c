@@ -49,6 +49,13 @@ static union Word word(int n) {
     return w;
 }
 
+static int lengthOf(const char *s) {
+    int n = 0;
+    while (*s++)
+        n++;
+    return n;
+}
+
 int main(void) {
     Pair a = {1, 2}, list[3], *p = &list[1];
     Box box = {{{0, 0}, {4, 3}}, "box", {4, 3}}, other;
@@ -67,5 +74,6 @@ int main(void) {
     printf("%c %d\n", grow(box, 3).name[0], grow(box, 3).size.height);
     printf("%d %d %d %d\n", d.quot, d.rem, div(-17, 5).quot, div(-17, 5).rem);
     printf("%d %d\n", word(0x0403).bytes[0], word(0x0403).bytes[1]);
+    printf("%d %s\n", lengthOf(grow(box, 3).name), grow(box, 3).name);
     return 0;
 }

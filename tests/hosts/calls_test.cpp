@@ -237,11 +237,12 @@ int callBack(void *zy, ZyDebugInfo *info, void *) {
     return 0;
 }
 
-int runWithCallback(void *zy, const char *text) {
+int runWithCallback(void *zy, const char *text,
+                    int (*function)(void *, ZyDebugInfo *, void *) = callBack) {
     std::ofstream("script.zy") << text;
     char name[] = "script.zy";
     char *argv[] = {name, nullptr};
-    Zy_AddCallback(zy, ZY_EVENT_STATEMENT, callBack, nullptr, 0);
+    Zy_AddCallback(zy, ZY_EVENT_STATEMENT, function, nullptr, 0);
     return Zy_RunScriptM(zy, argv);
 }
 
@@ -260,6 +261,43 @@ TEST(Calls, NestedInARun) {
         return 0;
     });
     EXPECT_EQ(run.out, "0:11 1002 main 0");
+    EXPECT_EQ(run.err, "");
+}
+
+// What a provider of signal() does: it notes the context in which the handler is set, and calls the
+// handler, here in the middle of a call that the main function makes.
+int signalAt(void *zy, ZyDebugInfo *info, void *) {
+    int *signal, *other;
+    void **contexts, **others;
+    void *caller = ZyCurtdbForSignalptr(zy, &signal, &contexts, &other, &others, &other, &others,
+                                        &other, &others);
+    if (info->line == 3)
+        contexts[2] = caller;
+    if (info->line != 4)
+        return 0;
+    *signal = 2;
+    int status = Zy_CallFuncByName(zy, "handler", nullptr);
+    printf("%d %d ", status, *signal);
+    return 0;
+}
+
+TEST(Calls, AJumpOutOfASignalHandler) {
+    Outcome run = inChild([] {
+        void *zy = mustStart();
+        int status = runWithCallback(zy,
+                                     "#include <setjmp.h>\njmp_buf place; int after;\n"
+                                     "int set() { return 1; }\n"
+                                     "int interrupted(int x) { return x + 1; }\n"
+                                     "void handler() { longjmp(place, 7); after = 1; }\n"
+                                     "int main() { set(); int r = setjmp(place);\n"
+                                     "if (r == 0) after = 1 && interrupted(5) && r;\n"
+                                     "printf(\"%d %d\", r, after); return 0; }",
+                                     signalAt);
+        printf(" %d", status);
+        mustEnd(zy);
+        return 0;
+    });
+    EXPECT_EQ(run.out, "0 0 7 0 0");
     EXPECT_EQ(run.err, "");
 }
 
