@@ -4,10 +4,10 @@
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
 #include "expr/evaluator.h"
+#include "expr/members.h"
 #include "expr/nodes.h"
 #include "expr/objects.h"
 #include "expr/operators.h"
-#include "expr/members.h"
 #include "expr/scope.h"
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
@@ -60,8 +60,7 @@ void runNow(TypeInfo *symbol, ExprNode *chain) {
         constructVariable(symbol);
     executing = wasExecuting;
     if (runStatus == RUN_ERROR)
-        parseError("execute constructor '::%s()' failed",
-                   symbol->structLink->constructor->name->text);
+        parseError("execute constructor '::%s()' failed", plainTagName(symbol->structLink->tag));
     if (runStatus == RUN_CLEAN)
         runStatus = status;
 }

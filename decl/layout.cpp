@@ -4,6 +4,7 @@
 
 #include "decl/aggregates.h"
 #include "decl/arrayInfo.h"
+#include "expr/objects.h"
 #include "front/names.h"
 #include "instance/langState.h"
 #include "instance/report.h"
@@ -163,6 +164,13 @@ bool holdsTexts(const StructInfo *info) {
     return false;
 }
 
+bool holdsObjects(const StructInfo *info) {
+    for (const TypeInfo *member = info->members; member; member = member->next)
+        if (livesAsMember(member))
+            return true;
+    return false;
+}
+
 void Layout::run() {
     bool isUnion = info->aggregateKind == AGGREGATE_UNION;
     for (TypeInfo *member = info->members; member;) {
@@ -185,6 +193,7 @@ void Layout::run() {
         member = member->next;
     }
     info->ownsTexts = !isUnion && holdsTexts(info);
+    info->ownsObjects = !isUnion && holdsObjects(info);
     info->size = std::max(1u, roundUp(offset, align));
     info->declaredSize = info->size;
 }

@@ -23,7 +23,8 @@ struct StructInfo {
     uint32_t declaredSize;  // what size was when the body ended
     uint16_t aggregateKind;
     uint16_t memberLevel;  // scope level of the members
-    uint32_t ownsTexts;    // an object has string members: a copy of it needs texts of its own
+    uint8_t ownsTexts;     // an object has string members: a copy of it needs texts of its own
+    uint8_t ownsObjects;   // an object has members that are constructed or destroyed with it
 };
 
 // One cell of a block's tag list.

@@ -90,6 +90,32 @@ TypeInfo *findInOpenBodies(const NameEntry *name) {
     return nullptr;
 }
 
+namespace {
+
+TypeInfo *enumeratorInside(TypeInfo *list, const NameEntry *name) {
+    for (; list; list = list->next) {
+        if (list->dataType != DT_TAG || !list->structLink || list->flags & FLAG_IN_CLASS)
+            continue;
+        TypeInfo *member = findInList(list->structLink->members, name);
+        if (member && isEnumerator(member))
+            return member;
+        if (TypeInfo *inner = enumeratorInside(list->structLink->members, name))
+            return inner;
+    }
+    return nullptr;
+}
+
+// As in C, the constants of an enum in the body of a struct are known behind it; those of a class
+// are not.
+TypeInfo *enumeratorInStructs(const NameEntry *name) {
+    for (int i = parseTop; i >= FIRST_INNER_ENTRY - 1; i--)
+        if (TypeInfo *found = enumeratorInside(listOf(parseStack[i]).first, name))
+            return found;
+    return nullptr;
+}
+
+}  // namespace
+
 Symbol *lookupSymbolParse(NameEntry *name, TypeInfo *memberList, ClassContext **classOut) {
     // A constructor doesn't hide its class.
     TypeInfo *member = findInList(memberList, name);
@@ -107,7 +133,7 @@ Symbol *lookupSymbolParse(NameEntry *name, TypeInfo *memberList, ClassContext **
         if (TypeInfo *found = findInList(list.first, name))
             return found;
     }
-    return name->symbol;
+    return name->symbol ? name->symbol : enumeratorInStructs(name);
 }
 
 // ---- While a script runs ----------------------------------------------------------------------

@@ -106,8 +106,14 @@ void *MemberObject::objectOfMember(const ExprNode *node) const {
     return place && liesInObject(member) ? place - member->level : place;
 }
 
+uint8_t MemberObject::ownership() const {
+    if (!isTemporary())
+        return OBJECT_OF_OTHERS;
+    return holder->owned == OWNED_PART ? OWNED_PART : uint8_t{OBJECT_TEMPORARY};
+}
+
 MemberObject::~MemberObject() {
-    if (isTemporary()) {
+    if (isTemporary() && holder->owned != OWNED_PART) {
         endTemporaryObject(object, holder->payload2.structInfo);
         holder->owned = 0;
     }
@@ -286,10 +292,11 @@ void ownElements(Value *view) {
 // What was read from a temporary object outlives it.
 void keepTopValue() {
     Value *top = currentContext->stack;
-    if (top && top->type == DT_STRUCT && !top->owned)
+    if (top && top->type == DT_STRUCT && !top->owned) {
         ownObject(top);
-    else if (top && (top->type == DT_CARRAY || top->type == DT_ARRAY) &&
-             top->payload2.elementType != DT_STRUCT)
+        top->owned = top->payload.p ? OWNED_PART : 0;
+    } else if (top && (top->type == DT_CARRAY || top->type == DT_ARRAY) &&
+               top->payload2.elementType != DT_STRUCT)
         ownElements(top);
 }
 
@@ -314,7 +321,7 @@ void pushFunction(ExprNode *node, TypeInfo *member, MemberObject &object) {
     record->thisFormal = member->functionLink->parameters;
     record->member = member;
     record->noFree = object.noFree;
-    record->ownership = object.isTemporary() ? OBJECT_TEMPORARY : OBJECT_OF_OTHERS;
+    record->ownership = object.ownership();
     if (object.isTemporary())
         object.releaseTemporary();
     value->payload.symbol = member;

@@ -32,6 +32,7 @@ public:
     void *objectOfMember(const ExprNode *node) const;
     // The temporary object is somebody else's from now on.
     void releaseTemporary() { holder->owned = 0; }
+    uint8_t ownership() const;  // for a call on the object
     bool isTemporary() const { return holder && holder->type == DT_STRUCT && holder->owned; }
 
 private:

@@ -3,12 +3,21 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "decl/funcInfo.h"
 #include "decl/layout.h"
+#include "expr/nodes.h"
 #include "expr/value.h"
 
 namespace zy {
 
 namespace {
+
+// Not a pointer or a function, and in the object itself.
+bool isPlace(const TypeInfo *member) {
+    bool isHere =
+        member->kind == KIND_SIMPLE || member->kind == KIND_C_ARRAY || member->kind == KIND_ARRAY;
+    return isHere && takesRoom(member, AGGREGATE_STRUCT);
+}
 
 // Calls visit(place of a pointer to text) for each string member of an object.
 template <class Visit>
@@ -16,10 +25,7 @@ void visitTexts(char *object, const StructInfo *info, Visit visit) {
     for (const TypeInfo *member = info->members; member; member = member->next) {
         bool isNested =
             member->dataType == DT_STRUCT && member->structLink && member->structLink->ownsTexts;
-        bool isPlace = member->kind == KIND_SIMPLE || member->kind == KIND_C_ARRAY ||
-                       member->kind == KIND_ARRAY;
-        if (!isPlace || !takesRoom(member, AGGREGATE_STRUCT) ||
-            (!isNested && member->dataType != DT_STRING))
+        if (!isPlace(member) || (!isNested && member->dataType != DT_STRING))
             continue;
         char *place = object + member->level, *end = place + memberSize(member);
         for (; place < end; place += isNested ? member->structLink->size : sizeof(char *)) {
@@ -31,7 +37,19 @@ void visitTexts(char *object, const StructInfo *info, Visit visit) {
     }
 }
 
+bool takesArguments(const TypeInfo *constructor) {
+    const TypeInfo *self = constructor->functionLink->parameters;
+    return self && self->next;
+}
+
 }  // namespace
+
+bool livesAsMember(const TypeInfo *member) {
+    if (member->dataType != DT_STRUCT || !isPlace(member) || !hasLife(member->structLink))
+        return false;
+    const TypeInfo *constructor = member->structLink->constructor;
+    return !constructor || !takesArguments(constructor);
+}
 
 void releaseObject(void *object, const StructInfo *info) {
     if (!object || !info || !info->ownsTexts)
@@ -57,6 +75,16 @@ void copyObject(void *target, const void *source, const StructInfo *info) {
         memcpy(&text, place, sizeof text);
         text = copyString(text);
         memcpy(place, &text, sizeof text);
+    });
+}
+
+void keepTextsOf(void *object, const StructInfo *info) {
+    if (!info->ownsTexts)
+        return;
+    visitTexts(static_cast<char *>(object), info, [](char *place) {
+        char *text;
+        memcpy(&text, place, sizeof text);
+        keepText(text);
     });
 }
 

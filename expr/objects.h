@@ -9,6 +9,8 @@ namespace zy {
 
 // Makes one object the copy of another of the same class.
 void copyObject(void *target, const void *source, const StructInfo *info);
+// Its texts stay, from now on, for as long as the program is there.
+void keepTextsOf(void *object, const StructInfo *info);
 // A copy on the heap; NULL after a message if memory is exhausted.
 void *newObjectCopy(const void *source, const StructInfo *info);
 // Makes a Value that views an object own a copy of it.
@@ -18,10 +20,15 @@ void releaseObject(void *object, const StructInfo *info);
 
 // ---- Life (stmt/objectLife.cpp) -----------------------------------------------------------------
 
-// Whether objects of the class are constructed or destroyed by functions.
+// Whether objects of the class are constructed or destroyed by functions, their own or those of
+// members.
 inline bool hasLife(const StructInfo *info) {
-    return info && (info->constructor || info->destructor);
+    return info && (info->constructor || info->destructor || info->ownsObjects);
 }
+// Whether such a member lives: nothing could give arguments to its constructor.
+bool livesAsMember(const TypeInfo *member);
+// The members of an object that is being constructed, before its own constructor runs.
+void constructMembers(void *object, const StructInfo *info);
 // Runs a member function without arguments on an object, to its end.
 void callOnObject(TypeInfo *function, void *object, bool noFree);
 // Default construction and destruction of the elements of a block of memory, in order.
@@ -38,5 +45,8 @@ void constructVariable(TypeInfo *symbol);
 void destroyVariable(TypeInfo *symbol);
 // The end of a temporary object that nothing has taken over.
 void endTemporaryObject(void *object, const StructInfo *info);
+// In Value::owned, and as the ownership of a ClassContext: a copy of a part of a temporary object.
+// The part was destroyed with the object; the copy is released only.
+constexpr uint8_t OWNED_PART = 4;
 
 }  // namespace zy

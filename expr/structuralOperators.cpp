@@ -202,6 +202,8 @@ void newOperator(ExprNode *node) {
         if (value && result->payload.p)
             storeByPointerType(result->payload.p, value.get(), type);
     }
+    if (result && !initial && type == DT_P_STRUCT && result->payload.p && info)
+        constructMembers(result->payload.p, info);
     if (result)
         pushValue(result);
 }

@@ -4,9 +4,11 @@
 
 #include "decl/structInfo.h"
 #include "expr/memberAccess.h"
+#include "expr/nodeClasses.h"
 #include "expr/nodes.h"
 #include "expr/objects.h"
 #include "expr/scope.h"
+#include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "numeric/arrayStorage.h"
 #include "numeric/assign.h"
@@ -23,16 +25,50 @@ bool storeObject(void *object, const Value *value, const StructInfo *info) {
     return true;
 }
 
-namespace {
+bool liesInUnion(const ExprNode *tree) {
+    while (isOperator(tree)) {
+        const TypeInfo *member = isMember(tree->op) ? memberOf(tree) : nullptr;
+        if (member && member->context == CONTEXT_UNION_MEMBER)
+            return true;
+        if (tree->op == OP_ARROW)
+            return false;
+        tree = tree->left;
+    }
+    return false;
+}
 
-// What a union holds may be no text, so the old one isn't released; the new one lives as literals
-// do.
 void storeUnionText(void *place, const Value *value) {
     bool isText = value->type == DT_STRING || value->type == DT_P_CHAR;
     char *text = isText ? copyString(value->payload.text) : nullptr;
     if (text)
         text = keepText(text);
     memcpy(place, &text, sizeof text);
+}
+
+void storeUnionObject(void *place, const Value *value, const StructInfo *info) {
+    if (value->type != DT_STRUCT || !info || !place || place == value->payload.p)
+        return;
+    memset(place, 0, info->size);
+    copyObject(place, value->payload.p, info);
+    keepTextsOf(place, info);
+}
+
+namespace {
+
+bool holdsTexts(const TypeInfo *member) {
+    return member->dataType == DT_STRING ||
+           (member->dataType == DT_STRUCT && member->structLink && member->structLink->ownsTexts);
+}
+
+// True if it is done.
+bool storeInUnion(const ExprNode *target, const TypeInfo *member, void *place, const Value *value) {
+    if (member->kind != KIND_SIMPLE || !holdsTexts(member) || !liesInUnion(target))
+        return false;
+    if (member->dataType == DT_STRING)
+        storeUnionText(place, value);
+    else
+        storeUnionObject(place, value, member->structLink);
+    return true;
 }
 
 void storeAt(const TypeInfo *member, void *place, const Value *value) {
@@ -46,8 +82,6 @@ void storeAt(const TypeInfo *member, void *place, const Value *value) {
         assignArrayMember(member, place, value);
     else if (type == DT_P_FUNCTION)
         memcpy(place, &value->payload.p, sizeof(void *));
-    else if (type == DT_STRING && member->context == CONTEXT_UNION_MEMBER)
-        storeUnionText(place, value);
     else
         done = storeScalar(place, type, value, StorePlace::VARIABLE);
     if (!done)
@@ -72,7 +106,7 @@ void assignMember(ExprNode *target, ExprNode *valueNode) {
         storeShared(member, source.get());
     else if (!object.place)
         warnOfNoObject();
-    else
+    else if (!storeInUnion(target, member, object.place, source.get()))
         storeAt(member, object.place, source.get());
 }
 

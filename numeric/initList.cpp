@@ -116,7 +116,7 @@ void ListStore::storeElements(const Elements &elements) {
 
 // Objects that the list passes over are made without arguments.
 void constructFrom(const Elements &elements, uint64_t first, uint64_t end) {
-    if (elements.info->constructor && first < end)
+    if (hasLife(elements.info) && first < end)
         constructObjects(elements.at(first), static_cast<uint32_t>(end - first), elements.info);
 }
 

@@ -287,11 +287,25 @@ Value *readElement(const ExprNode *node, const Element &element) {
 
 // ---- Storing ------------------------------------------------------------------------------------
 
+namespace {
+
+void storeInUnion(const ExprNode *node, const Element &element, const Value *value) {
+    if (element.type == DT_STRING)
+        storeUnionText(element.address, value);
+    else
+        storeUnionObject(element.address, value, structInfoOf(node));
+}
+
+}  // namespace
+
 void storeInElement(const ExprNode *node, const Element &element, const Value *value) {
     int type = element.type;
     bool isMotion = type >= DT_VECT && type <= DT_EVENT && type != DT_QUATERNION;
     bool done = true;
-    if (type == DT_STRUCT)
+    bool isSimple = type != DT_STRING && type != DT_STRUCT;
+    if (!isSimple && liesInUnion(node))
+        storeInUnion(node, element, value);
+    else if (type == DT_STRUCT)
         done = storeObject(element.address, value, structInfoOf(node));
     else if (isMotion)
         fputs("TO BE IMPLEMENTED FOR ELEMENT UPDATE for vect, trans, frame \n", stderr);

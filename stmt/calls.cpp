@@ -4,6 +4,7 @@
 
 #include "stmt/calls.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "decl/funcInfo.h"
@@ -35,11 +36,15 @@ namespace {
 void leaveObject() {
     const ClassContext *record = classContext;
     void *object = record->object;
-    bool isTemporary = record->ownership == OBJECT_TEMPORARY;
+    uint8_t ownership = record->ownership;
     StructInfo *info = record->thisFormal ? record->thisFormal->structLink : nullptr;
     popClassContext();
-    if (isTemporary)
+    if (ownership == OBJECT_TEMPORARY) {
         endTemporaryObject(object, info);
+    } else if (ownership == OWNED_PART) {
+        releaseObject(object, info);
+        free(object);
+    }
 }
 
 // A constructor that no object was named for makes one.
@@ -125,6 +130,8 @@ int enterFunction(TypeInfo *callee, ExprNode *node) {
         dropActuals(node->right);
         return failMember(callee, function->returnType);
     }
+    if ((callee->flags & FLAG_CONSTRUCTOR) && classContext->object)
+        constructMembers(classContext->object, callee->structLink);
     ExecContext *caller = currentContext, *context = newContext();
     if (!context)
         return failMember(callee, function->returnType);

@@ -6,6 +6,7 @@
 #include "decl/aggregates.h"
 #include "decl/construction.h"
 #include "decl/funcInfo.h"
+#include "decl/layout.h"
 #include "expr/evaluator.h"
 #include "expr/nodes.h"
 #include "expr/objects.h"
@@ -48,20 +49,53 @@ void callOnObject(TypeInfo *function, void *object, bool noFree) {
 
 namespace {
 
-void callOnEach(TypeInfo *function, void *objects, uint32_t count, const StructInfo *info) {
+uint32_t countOf(const TypeInfo *member) {
+    return static_cast<uint32_t>(memberSize(member)) / member->structLink->size;
+}
+
+// Calls act(objects, count, class) for each member of an object that lives with it.
+template <class Act>
+void visitLivingMembers(void *object, const StructInfo *info, Act act) {
+    if (!info->ownsObjects)
+        return;
+    for (const TypeInfo *member = info->members; member; member = member->next)
+        if (livesAsMember(member))
+            act(static_cast<char *>(object) + member->level, countOf(member), member->structLink);
+}
+
+// A constructor begins with the members of its object by itself.
+void constructObject(void *object, const StructInfo *info) {
+    if (info->constructor)
+        callOnObject(info->constructor, object, true);
+    else
+        constructMembers(object, info);
+}
+
+void destroyObject(void *object, const StructInfo *info) {
+    if (info->destructor)
+        callOnObject(info->destructor, object, true);
+    visitLivingMembers(object, info, destroyObjects);
+}
+
+void doForEach(void (*act)(void *, const StructInfo *), void *objects, uint32_t count,
+               const StructInfo *info) {
     auto *object = static_cast<char *>(objects);
-    for (uint32_t i = 0; function && objects && i < count; i++)
-        callOnObject(function, object + static_cast<size_t>(i) * info->size, true);
+    for (uint32_t i = 0; hasLife(info) && objects && i < count; i++)
+        act(object + static_cast<size_t>(i) * info->size, info);
 }
 
 }  // namespace
 
+void constructMembers(void *object, const StructInfo *info) {
+    visitLivingMembers(object, info, constructObjects);
+}
+
 void constructObjects(void *objects, uint32_t count, const StructInfo *info) {
-    callOnEach(info->constructor, objects, count, info);
+    doForEach(constructObject, objects, count, info);
 }
 
 void destroyObjects(void *objects, uint32_t count, const StructInfo *info) {
-    callOnEach(info->destructor, objects, count, info);
+    doForEach(destroyObject, objects, count, info);
 }
 
 void constructHeapObjects(void *objects, uint32_t count, const StructInfo *info) {

@@ -35,7 +35,7 @@ inline void runDirectStatement(ExprNode *tree) {
 
 // A temporary object that nothing has taken over ends with its statement.
 void dropValue(Value *value) {
-    if (value->type == DT_STRUCT && value->owned) {
+    if (value->type == DT_STRUCT && value->owned && value->owned != OWNED_PART) {
         endTemporaryObject(value->payload.p, value->payload2.structInfo);
         value->owned = 0;
     }
