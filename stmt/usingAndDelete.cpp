@@ -113,9 +113,7 @@ void parseNamespace() {
     expectChar(';', true);
 }
 
-}  // namespace
-
-void parseUsing() {
+void parseUsedName() {
     nextToken();
     if (tokenClass != TK_IDENTIFIER) {
         parseError("identifier expected after 'using'");
@@ -139,6 +137,15 @@ void parseUsing() {
         parseError("undefined member following 'using std::'");
     else
         expectChar(';', true);
+}
+
+}  // namespace
+
+// A constant where a name should be is left to the recovery, which releases it.
+void parseUsing() {
+    parseUsedName();
+    if (errorFlag && tokenClass == TK_CONSTANT)
+        pushedBack = true;
 }
 
 }  // namespace zy
