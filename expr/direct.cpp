@@ -60,9 +60,8 @@ int makeLeaf(ExprNode *leaf) {
 
 using Maker = DirectForm (*)(ExprNode *node, int depth);
 
-template <class Operation, class T, class Result = T>
-DirectForm makeBinary(ExprNode *node, int depth) {
-    Stand right = standOf<T>(node->right, depth), left = standOf<T>(node->left, depth);
+template <class Operation, class T, class Result>
+DirectForm bindBinary(ExprNode *node, Stand left, Stand right) {
     if (right == NOWHERE || left == NOWHERE)
         return {};
     return withStand<T>(left, [&]<class Left>() {
@@ -73,11 +72,22 @@ DirectForm makeBinary(ExprNode *node, int depth) {
     });
 }
 
+template <class Operation, class T, class Result = T>
+DirectForm makeBinary(ExprNode *node, int depth) {
+    Stand right = standOf<T>(node->right, depth), left = standOf<T>(node->left, depth);
+    return bindBinary<Operation, T, Result>(node, left, right);
+}
+
 // Equality is that of real numbers; where these are ints, that of ints is the same.
 template <class Operation>
 DirectForm makeEquality(ExprNode *node, int depth) {
-    DirectForm form = makeBinary<Operation, int, int>(node, depth);
-    return form ? form : makeBinary<Operation, double, int>(node, depth);
+    DirectForm right = makeDirectAt(node->right, depth), left = makeDirectAt(node->left, depth);
+    Stand ofLeft = standFor<int>(node->left, left), ofRight = standFor<int>(node->right, right);
+    if (ofLeft != NOWHERE && ofRight != NOWHERE)
+        return bindBinary<Operation, int, int>(node, ofLeft, ofRight);
+    ofLeft = standFor<double>(node->left, left);
+    ofRight = standFor<double>(node->right, right);
+    return bindBinary<Operation, double, int>(node, ofLeft, ofRight);
 }
 
 template <class Operation, class T>
@@ -224,13 +234,13 @@ DirectForm makeCompoundOf(ExprNode *node, int depth) {
         DirectForm source = makeDirectAt(node->right, depth);
         if (std::is_floating_point_v<T> && source && reads<T>(source.type) &&
             (type == DT_DOUBLE || source.type != DT_DOUBLE)) {
-            Stand stand = standOf<T>(node->right, depth);
+            Stand stand = standFor<T>(node->right, source);
             return withStand<T>(stand, [&]<class Source>() {
                 return storing<compoundNode<Target, Family, T, T, Source>>(node, type);
             });
         }
         if (std::is_integral_v<T> && isInteger(source.type) && source.type <= DT_INT) {
-            Stand stand = standOf<int>(node->right, depth);
+            Stand stand = standFor<int>(node->right, source);
             return withStand<int>(stand, [&]<class Source>() {
                 return storing<compoundNode<Target, Family, T, int, Source>>(node, type);
             });

@@ -64,9 +64,10 @@ bool reads(int type) {
     return type == Scalar<T>::type;
 }
 
+// Where an operand whose form is known stands for an operation on T. Each operand is made once: a
+// second time would double with each level of a tree.
 template <class T>
-Stand standOf(ExprNode *operand, int depth) {
-    DirectForm form = operand ? makeDirectAt(operand, depth) : DirectForm{};
+Stand standFor(ExprNode *operand, const DirectForm &form) {
     if (!form || !reads<T>(form.type))
         return NOWHERE;
     if (form.type == Scalar<T>::type && plainVariable(operand))
@@ -75,6 +76,11 @@ Stand standOf(ExprNode *operand, int depth) {
         operand->type != DT_CONSTANT)
         return CONSTANT;
     return std::is_floating_point_v<T> && isInteger(form.type) ? INTEGER_TREE : TREE;
+}
+
+template <class T>
+Stand standOf(ExprNode *operand, int depth) {
+    return standFor<T>(operand, operand ? makeDirectAt(operand, depth) : DirectForm{});
 }
 
 // The types whose code is worth an instance for each pair of places.
