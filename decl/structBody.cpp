@@ -92,12 +92,39 @@ bool memberFollows(StructInfo *info) {
     return !pushedBack;
 }
 
-void parseMembers(TagEntry **tagList, StructInfo *info, DeclContext context) {
+// The rest of a member with an error in it: up to its `;`, or in front of the body's `}`.
+void skipMember() {
+    for (int depth = 0;;) {
+        nextToken();
+        bool closes = isBodyWord(WORD_CLOSE_BRACE);
+        if (endOfFile || (closes && depth == 0)) {
+            pushedBack = true;
+            return;
+        }
+        if (isBodyWord(WORD_OPEN_BRACE))
+            depth++;
+        else if (closes)
+            depth--;
+        else if (depth == 0 && isChar(';'))
+            return;
+    }
+}
+
+// An error ends its member; the pass goes on, and what follows has its own messages. False after
+// any error.
+bool parseMembers(TagEntry **tagList, StructInfo *info, DeclContext context) {
+    bool isRight = !errorFlag;
     while (!errorFlag && memberFollows(info)) {
         declare(nullptr, info->memberLevel, tagList, &info->members, nullptr, nullptr, context);
         if (pushedBack && !errorFlag)
             parseError("missing ';' after last class/struct/union member ");
+        if (!errorFlag)
+            continue;
+        isRight = false;
+        errorFlag = 0;
+        skipMember();
     }
+    return isRight && !errorFlag;
 }
 
 }  // namespace
@@ -107,11 +134,13 @@ bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKin
     BodyScope scope(info, classDeclared);
     if (classDeclared)
         tag->flags |= FLAG_IN_CLASS;
-    parseMembers(tagList, info,
-                 aggregateKind == AGGREGATE_UNION ? CONTEXT_UNION_MEMBER : CONTEXT_MEMBER);
-    if (errorFlag)
-        return false;
+    bool isRight = parseMembers(
+        tagList, info, aggregateKind == AGGREGATE_UNION ? CONTEXT_UNION_MEMBER : CONTEXT_MEMBER);
     nextToken();
+    if (!isRight) {
+        errorFlag = 1;
+        return false;
+    }
     if (!isBodyWord(WORD_CLOSE_BRACE)) {
         pushedBack = true;
         parseError("missing '}' or error before closing '}' for struct definition '%s'",
