@@ -96,6 +96,8 @@ bool memberFollows(StructInfo *info) {
 void skipMember() {
     for (int depth = 0;;) {
         nextToken();
+        if (tokenClass == TK_CONSTANT)
+            deleteValue(takeConstant());
         bool closes = isBodyWord(WORD_CLOSE_BRACE);
         if (endOfFile || (closes && depth == 0)) {
             pushedBack = true;

@@ -106,14 +106,18 @@ void constructHeapObjects(void *objects, uint32_t count, const StructInfo *info)
 }
 
 void destroyHeapObjects(void *objects, uint32_t count, const StructInfo *info) {
-    if (!hasLife(info) || !objects)
+    if (!info || !objects)
         return;
     auto made = heapObjects.find(objects);
     if (made != heapObjects.end()) {
         count = count == 0 ? made->second : std::min(count, made->second);
         heapObjects.erase(made);
     }
-    destroyObjects(objects, count, info);
+    if (hasLife(info))
+        destroyObjects(objects, count, info);
+    auto *object = static_cast<char *>(objects);
+    for (uint32_t i = 0; info->ownsTexts && i < count; i++, object += info->size)
+        releaseObject(object, info);
 }
 
 // ---- Variables ----------------------------------------------------------------------------------

@@ -259,7 +259,8 @@ uint32_t deletedCount(const ExprNode *dimensions) {
 // Here, and not in the block it is of, since an array of objects has its own form of delete.
 void destroyTarget(const Value *pointer, const ExprNode *dimensions) {
     const StructInfo *info = pointer->payload2.structInfo;
-    if (hasLife(info) && pointer->payload.p)
+    bool ownsMore = info && (hasLife(info) || info->ownsTexts);
+    if (ownsMore && pointer->payload.p)
         destroyHeapObjects(pointer->payload.p, deletedCount(dimensions), info);
 }
 
