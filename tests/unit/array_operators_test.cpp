@@ -166,6 +166,12 @@ Number pairResult(int code, bool dual, const Number &a, const Number &b) {
     return {0, z.real(), z.imag()};
 }
 
+// Two numbers of 64 bits may have a product of more than 127.
+decltype(Number::whole) wrappingProduct(decltype(Number::whole) a, decltype(Number::whole) b) {
+    using Bits = unsigned __int128;
+    return static_cast<decltype(Number::whole)>(static_cast<Bits>(a) * static_cast<Bits>(b));
+}
+
 Number expectedOf(int code, int type, const Number &a, const Number &b) {
     if (isPair(type))
         return inType(type, pairResult(code, isDual(type), a, b));
@@ -173,7 +179,7 @@ Number expectedOf(int code, int type, const Number &a, const Number &b) {
     switch (code) {
         case OP_ARRAYS_ADD: result = {a.whole + b.whole, a.first + b.first}; break;
         case OP_ARRAYS_SUBTRACT: result = {a.whole - b.whole, a.first - b.first}; break;
-        case OP_ELEMENT_MULTIPLY: result = {a.whole * b.whole, a.first * b.first}; break;
+        case OP_ELEMENT_MULTIPLY: result = {wrappingProduct(a.whole, b.whole), a.first * b.first}; break;
         default: result = {b.whole ? a.whole / b.whole : 0, a.first / b.first};
     }
     return inType(type, result);
