@@ -242,6 +242,7 @@ void dropStatement() {
         return;
     }
     noteFirst(next, statement);
+    moveCases(statement, next);
     if (statement->prev)
         statement->prev->next = next;
     next->prev = statement->prev;

@@ -187,6 +187,13 @@ void attachCases(StmtNode *statement) {
     pendingCases = nullptr;
 }
 
+void moveCases(const StmtNode *dropped, StmtNode *next) {
+    StmtNode *owner = enclosingSwitch();
+    for (CaseGroup *group = owner ? owner->operandB.groups : nullptr; group; group = group->next)
+        if (group->first == dropped)
+            group->first = next;
+}
+
 void finishSwitch(StmtNode *statement) {
     StmtNode *block = statement->operandC.statement;
     if (pendingCases) {
