@@ -5,7 +5,7 @@
 #include "decl/declState.h"
 #include "decl/declarator.h"
 #include "decl/scopeLists.h"
-#include "expr/evaluateNow.h"
+#include "expr/constantTrees.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/typeQueries.h"

@@ -8,7 +8,7 @@
 #include "decl/declState.h"
 #include "decl/declaration.h"
 #include "decl/layout.h"
-#include "expr/evaluateNow.h"
+#include "expr/constantTrees.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/typeQueries.h"

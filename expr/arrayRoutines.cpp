@@ -8,17 +8,6 @@
 
 namespace zy {
 
-namespace {
-
-void pushResult(Value *result) {
-    if (result)
-        pushValue(result);
-    else
-        endChain();
-}
-
-}  // namespace
-
 void runArrayUnary(ExprNode *node, ArrayEntry entry) {
     Operand array(node->left);
     if (!array)
@@ -26,7 +15,7 @@ void runArrayUnary(ExprNode *node, ArrayEntry entry) {
     Value *result = entry(array.get(), nullptr, node->op);
     if (result == array.get())
         array.takeRecord();
-    pushResult(result);
+    pushOrEnd(result);
 }
 
 void runArrayBinary(ExprNode *node, ArrayEntry entry) {
@@ -41,7 +30,7 @@ void runArrayBinary(ExprNode *node, ArrayEntry entry) {
         left.takeRecord();
     else if (result == right.get())
         right.takeRecord();
-    pushResult(result);
+    pushOrEnd(result);
 }
 
 // ---- Assignments --------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include "expr/readers.h"
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
+#include "instance/langState.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -29,19 +30,28 @@ bool isConstantTree(const ExprNode *tree) {
     return (tree->op < OP_PRINT_LIST || tree->op == OP_CONDITIONAL) && hasConstantOperands(tree);
 }
 
-int evaluateConstant(ExprNode *tree) {
-    if (const Value *constant = constantOf(tree))
-        return static_cast<int>(readSigned64(constant));
-    if (errorFlag)
-        return 0;  // operands may be missing
-    int number = 0;
-    unsigned char status = runStatus;
-    runNested(compileChain(tree, nullptr, true));
-    if (Value *value = popValue()) {
-        number = static_cast<int>(readSigned64(value));
-        deleteValue(value);
-    }
+bool evaluateNow(ExprNode *tree, int &number) {
+    Value *stack = currentContext->stack;
+    unsigned char wasExecuting = executing, status = runStatus;
+    if (ExprNode *chain = compileChain(tree, nullptr, false))
+        runNested(chain);
+    executing = wasExecuting;
     runStatus = status;
+    bool popped;
+    Value *value = operandOf(tree, popped);
+    if (value)
+        number = static_cast<int>(readSigned64(value));
+    if (popped)
+        deleteValue(value);
+    while (currentContext->stack && currentContext->stack != stack)
+        deleteValue(popValue());
+    return value;
+}
+
+int evaluateConstant(ExprNode *tree) {
+    int number = 0;
+    if (!errorFlag || constantOf(tree))  // with an error, operands may be missing
+        evaluateNow(tree, number);
     return number;
 }
 

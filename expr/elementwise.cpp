@@ -112,19 +112,12 @@ Value *evaluate(const ExprNode *node, Leaves &leaves) {
     return evaluateSingly(node, leaves, next);
 }
 
-void pushResult(Value *result) {
-    if (result)
-        pushValue(result);
-    else
-        endChain();
-}
-
 }  // namespace
 
 void elementwiseOperator(ExprNode *node) {
     Leaves leaves(node);
     if (leaves.isComplete())
-        pushResult(evaluate(node, leaves));
+        pushOrEnd(evaluate(node, leaves));
 }
 
 // ---- Into a variable ----------------------------------------------------------------------------

@@ -240,17 +240,6 @@ void branchOfTwo(ExprNode *node) {
         pushComplex<Pair>(branched(z, w, readBranch(node->third)));
 }
 
-// ---- Comparison ---------------------------------------------------------------------------------
-
-template <class Comparison>
-struct OfPairs {
-    template <class Pair>
-    static bool of(Pair x, Pair y) {
-        bool equal = x.first == y.first && x.second == y.second;
-        return std::is_same_v<Comparison, Equal> ? equal : !equal;
-    }
-};
-
 // ---- Extremes -----------------------------------------------------------------------------------
 
 // The least or greatest number of arguments and of the elements of arrays among them; NaN if one

@@ -9,6 +9,13 @@ namespace zy {
 
 // The operand wasn't there, after a message about the stack: what is left of the chain isn't run.
 inline void endChain() { currentContext->chain = nullptr; }
+// The result of an operator; without one the chain ends.
+inline void pushOrEnd(Value *result) {
+    if (result)
+        pushValue(result);
+    else
+        endChain();
+}
 
 // Whether operandOf reads it where it stands.
 inline bool standsInPlace(const ExprNode *operand) {

@@ -2,9 +2,8 @@
 
 #include "expr/operators.h"
 #include "expr/scalarFamilies.h"
-#include "numeric/elementLoops.h"
 #include "numeric/elementOperations.h"
-#include "numeric/elementTypes.h"
+#include "numeric/formTables.h"
 #include "numeric/mathFunctions.h"
 
 namespace zy {
@@ -49,9 +48,9 @@ bool divideIntegers(void *to, const void *left, const void *right, size_t count)
 
 // ---- Tables -------------------------------------------------------------------------------------
 
-template <class Operation, OperandForm form>
+template <class Operation>
 struct Arithmetic {
-    template <class T>
+    template <class T, OperandForm form>
     struct Of {
         static bool run(void *to, const void *left, const void *right, size_t count) {
             constexpr bool divides = std::is_same_v<Operation, DivideElements>;
@@ -65,24 +64,16 @@ struct Arithmetic {
     };
 };
 
-using KernelTable = std::array<ElementKernel, ELEMENT_TYPES>;
-template <class Operation>
-constexpr std::array<KernelTable, OPERAND_FORMS> tablesOf() {
-    return {elementTable<ElementKernel, Arithmetic<Operation, ARRAY_ARRAY>::template Of>(),
-            elementTable<ElementKernel, Arithmetic<Operation, ARRAY_SCALAR>::template Of>(),
-            elementTable<ElementKernel, Arithmetic<Operation, SCALAR_ARRAY>::template Of>()};
-}
-
 struct OperationRow {
     int code;
-    std::array<KernelTable, OPERAND_FORMS> kernels;
+    FormTables kernels;
 };
 constexpr OperationRow operations[] = {
-    {OP_ARRAYS_ADD, tablesOf<AddElements>()},
-    {OP_ARRAYS_SUBTRACT, tablesOf<SubtractElements>()},
-    {OP_ELEMENT_MULTIPLY, tablesOf<MultiplyElements>()},
-    {OP_ELEMENT_DIVIDE, tablesOf<DivideElements>()},
-    {OP_ARRAYS_POWER, tablesOf<PowerOfElements>()},
+    {OP_ARRAYS_ADD, formTables<Arithmetic<AddElements>::template Of>()},
+    {OP_ARRAYS_SUBTRACT, formTables<Arithmetic<SubtractElements>::template Of>()},
+    {OP_ELEMENT_MULTIPLY, formTables<Arithmetic<MultiplyElements>::template Of>()},
+    {OP_ELEMENT_DIVIDE, formTables<Arithmetic<DivideElements>::template Of>()},
+    {OP_ARRAYS_POWER, formTables<Arithmetic<PowerOfElements>::template Of>()},
 };
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include "expr/operators.h"
 #include "expr/scalarFamilies.h"
-#include "numeric/elementLoops.h"
-#include "numeric/elementTypes.h"
+#include "numeric/elementOperations.h"
+#include "numeric/formTables.h"
 
 namespace zy {
 
@@ -28,22 +28,9 @@ struct BothTrue {
     }
 };
 
-// Pairs are equal or not; they have no order and no truth.
 template <class Comparison>
-struct OfPairs {
-    template <class Pair>
-    static bool of(Pair x, Pair y) {
-        bool equal = x.first == y.first && x.second == y.second;
-        if constexpr (std::is_same_v<Comparison, Equal>)
-            return equal;
-        else
-            return std::is_same_v<Comparison, NotEqual> && !equal;
-    }
-};
-
-template <class Comparison, OperandForm form>
 struct Comparing {
-    template <class T>
+    template <class T, OperandForm form>
     struct Of {
         static bool run(void *to, const void *left, const void *right, size_t count) {
             if constexpr (std::is_integral_v<T> && sizeof(T) < sizeof(int))
@@ -56,19 +43,17 @@ struct Comparing {
     };
 };
 
-using KernelTable = std::array<ElementKernel, ELEMENT_TYPES>;
-template <class Comparison>
-constexpr std::array<KernelTable, OPERAND_FORMS> tablesOf() {
-    return {elementTable<ElementKernel, Comparing<Comparison, ARRAY_ARRAY>::template Of>(),
-            elementTable<ElementKernel, Comparing<Comparison, ARRAY_SCALAR>::template Of>(),
-            elementTable<ElementKernel, Comparing<Comparison, SCALAR_ARRAY>::template Of>()};
-}
-
 // By code, from OP_ARRAYS_OR on.
-constexpr std::array<KernelTable, OPERAND_FORMS> comparisons[] = {
-    tablesOf<EitherTrue>(),   tablesOf<OneTrue>(),   tablesOf<BothTrue>(),
-    tablesOf<Less>(),         tablesOf<LessEqual>(), tablesOf<Equal>(),
-    tablesOf<GreaterEqual>(), tablesOf<Greater>(),   tablesOf<NotEqual>(),
+constexpr FormTables comparisons[] = {
+    formTables<Comparing<EitherTrue>::template Of>(),
+    formTables<Comparing<OneTrue>::template Of>(),
+    formTables<Comparing<BothTrue>::template Of>(),
+    formTables<Comparing<Less>::template Of>(),
+    formTables<Comparing<LessEqual>::template Of>(),
+    formTables<Comparing<Equal>::template Of>(),
+    formTables<Comparing<GreaterEqual>::template Of>(),
+    formTables<Comparing<Greater>::template Of>(),
+    formTables<Comparing<NotEqual>::template Of>(),
 };
 
 }  // namespace

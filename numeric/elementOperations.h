@@ -7,43 +7,48 @@
 
 namespace zy {
 
-struct AddElements {
+// An operation on plain numbers with what stands for it on pairs.
+template <class Plain, auto ofPairs>
+struct Elements {
     template <class T>
     static T of(T a, T b) {
         if constexpr (isPairType<T>)
-            return complexAdd(a, b);
+            return ofPairs(a, b);
         else
-            return Add::of(a, b);
-    }
-};
-struct SubtractElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return complexSub(a, b);
-        else
-            return Subtract::of(a, b);
-    }
-};
-struct MultiplyElements {
-    template <class T>
-    static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return multiplyPairs(a, b);
-        else
-            return Multiply::of(a, b);
+            return Plain::of(a, b);
     }
 };
 // Of numbers with a point; a zero divisor is a number like others there.
-struct DivideElements {
+struct PlainQuotient {
     template <class T>
     static T of(T a, T b) {
-        if constexpr (isPairType<T>)
-            return dividePairs(a, b);
-        else
-            return a / b;
+        return a / b;
     }
 };
+
+inline constexpr auto addPairs = [](auto x, auto y) { return complexAdd(x, y); };
+inline constexpr auto subtractPairs = [](auto x, auto y) { return complexSub(x, y); };
+inline constexpr auto productOfPairs = [](auto x, auto y) { return multiplyPairs(x, y); };
+inline constexpr auto quotientOfPairs = [](auto x, auto y) { return dividePairs(x, y); };
+
+using AddElements = Elements<Add, addPairs>;
+using SubtractElements = Elements<Subtract, subtractPairs>;
+using MultiplyElements = Elements<Multiply, productOfPairs>;
+using DivideElements = Elements<PlainQuotient, quotientOfPairs>;
+
+// Pairs are equal or not; under any other comparison the answer is no.
+template <class Comparison>
+struct OfPairs {
+    template <class Pair>
+    static bool of(Pair x, Pair y) {
+        bool equal = x.first == y.first && x.second == y.second;
+        if constexpr (std::is_same_v<Comparison, Equal>)
+            return equal;
+        else
+            return std::is_same_v<Comparison, NotEqual> && !equal;
+    }
+};
+
 // The difference to -0.0 turns the sign of a zero too.
 struct NegateElement {
     template <class T>

@@ -7,24 +7,14 @@
 
 #include <algorithm>
 #include <cstring>
-#include <type_traits>
 
+#include "expr/scalarFamilies.h"
 #include "numeric/elementTypes.h"
 #include "numeric/independent.h"
 
 namespace zy {
 
 namespace {
-
-// Integers wrap around: they are computed unsigned.
-template <class T, bool isInteger = std::is_integral_v<T>>
-struct ComputedType {
-    using type = T;
-};
-template <class T>
-struct ComputedType<T, true> {
-    using type = std::make_unsigned_t<T>;
-};
 
 template <class T>
 T sumOf(T sum, T a, T b) {
@@ -174,7 +164,7 @@ void tiledProduct(T *to, const T *left, const T *right, ProductSize size) {
 template <class Element>
 struct Product {
     static void run(void *target, const void *leftData, const void *rightData, ProductSize size) {
-        using T = typename ComputedType<Element>::type;
+        using T = Wrapping<Element>;
         auto *to = static_cast<T *>(target);
         auto *left = static_cast<const T *>(leftData), *right = static_cast<const T *>(rightData);
         if (size.columns == 1)
@@ -191,7 +181,7 @@ struct Product {
 template <class Element>
 struct Dot {
     static void run(void *target, const void *leftData, const void *rightData, size_t count) {
-        using T = typename ComputedType<Element>::type;
+        using T = Wrapping<Element>;
         auto *left = static_cast<const T *>(leftData), *right = static_cast<const T *>(rightData);
         T sum{};
         for (size_t i = 0; i < count; i++)
