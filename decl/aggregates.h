@@ -40,6 +40,10 @@ void addTagToBlock(TagEntry **tagList, NameEntry *name, StructInfo *info,
 // With the { consumed. False after a message.
 bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKind);
 bool parseEnumBody(const TagHome &home, Symbol *tag, DeclContext context);
+// Whether a name can be that of a member behind those of the list, those of its anonymous members
+// included; a message if not. The same for all that an anonymous member brings.
+bool checkMemberName(TypeInfo *list, const NameEntry *name);
+bool checkMemberNames(TypeInfo *list, const StructInfo *anonymous);
 // With the : behind a member consumed. False after a message.
 bool parseBitField(TypeInfo *member);
 

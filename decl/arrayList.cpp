@@ -260,7 +260,7 @@ bool ArrayReader::checkRest() const {
     bool isFull = extents[0] == UNLIMITED ? written == roundedUp(written, groupSize(1))
                                           : written == groupSize(0);
     bool isComplete = isFull && !hasGap;
-    return isComplete || !isConstructed() || checkConstruction(array);
+    return isComplete || !isLivingObject(array) || checkConstruction(array);
 }
 
 namespace {

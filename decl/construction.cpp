@@ -23,24 +23,44 @@ bool isLivingObject(const TypeInfo *symbol) {
             symbol->kind == KIND_ARRAY);
 }
 
-bool checkConstruction(const TypeInfo *symbol) {
-    const StructInfo *info = symbol->structLink;
+namespace {
+
+// The constructor that makes the object, or those that make its members, have to do without
+// arguments.
+bool checkDefault(const StructInfo *info, const char *object, bool isDeferredArray) {
     const TypeInfo *constructor = info->constructor;
-    if (!constructor)
+    if (!constructor) {
+        for (const TypeInfo *member = info->members; member; member = member->next)
+            if (info->ownsObjects && livesAsMember(member) &&
+                !checkDefault(member->structLink, object, isDeferredArray))
+                return false;
         return true;
-    const char *type = plainTagName(info->tag);
-    const TypeInfo *formal = constructor->functionLink ? constructor->functionLink->parameters : 0;
-    bool isDeferredArray = symbol->arrayLink && symbol->arrayLink->shapeKind != SHAPE_FIXED;
-    if (formal && formal->next && isDeferredArray)
+    }
+    const char *type = plainTagName(info->tag), *name = constructor->name->text;
+    if (takesArguments(constructor) && isDeferredArray)
         parseError(
             "the constructor %s::%s() of the deferred-shape array of struct/class has argument",
-            type, constructor->name->text);
-    else if (formal && formal->next)
-        parseError("%s not initialized by constructor %s::%s() with argument", symbol->name->text,
-                   type, constructor->name->text);
+            type, name);
+    else if (takesArguments(constructor))
+        parseError("%s not initialized by constructor %s::%s() with argument", object, type, name);
     else if (isHiddenMember(info, constructor))
-        parseError("access private member of constructor %s:%s()", type, constructor->name->text);
+        parseError("access private member of constructor %s:%s()", type, name);
     return !errorFlag;
+}
+
+}  // namespace
+
+bool checkConstruction(const TypeInfo *symbol) {
+    bool isDeferredArray = symbol->arrayLink && symbol->arrayLink->shapeKind != SHAPE_FIXED;
+    const char *object = symbol->name ? symbol->name->text : plainTagName(symbol->structLink->tag);
+    return checkDefault(symbol->structLink, object, isDeferredArray);
+}
+
+bool checkMemberConstruction(const StructInfo *info, const TypeInfo *first) {
+    for (const TypeInfo *member = first; info->ownsObjects && member; member = member->next)
+        if (livesAsMember(member) && !checkConstruction(member))
+            return false;
+    return true;
 }
 
 namespace {

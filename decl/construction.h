@@ -11,8 +11,10 @@ struct ExprNode;
 // A variable of a class with a constructor or destructor, or an array of such objects.
 bool isLivingObject(const TypeInfo *symbol);
 
-// Whether an object can be declared without an initialiser; a message if not.
+// Whether an object can be made without an initialiser; a message if not. The same for those among
+// the members of an aggregate that a list doesn't name, from that one on.
 bool checkConstruction(const TypeInfo *symbol);
+bool checkMemberConstruction(const StructInfo *info, const TypeInfo *first);
 
 // Constructs the object now, or when the declaration runs.
 void constructAtParse(TypeInfo *symbol);

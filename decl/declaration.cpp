@@ -98,6 +98,7 @@ private:
     bool beginDeclaration();
     bool parseBody();
     bool declareTagAlone();
+    void declareAnonymous();
     Symbol *tagForUse(const Declarator &declarator);
 
     bool declareOne(TypeInfo **last, bool &bodyFollows);
@@ -185,6 +186,10 @@ bool DeclarationParser::declareTagAlone() {
     if (specifiers.aggregate == AGGREGATE_NONE || isAbstract() || !acceptChar(';'))
         return false;
     bool isHere = context == CONTEXT_PLAIN && currentBlock && level == currentBlock->level;
+    bool isAnonymous = isMember() && specifiers.isUntagged && !specifiers.storageGiven &&
+                       specifiers.aggregate != AGGREGATE_ENUM;
+    if (isAnonymous)
+        declareAnonymous();
     if (specifiers.typeSymbol)
         return true;
     if (isHere)
@@ -194,6 +199,19 @@ bool DeclarationParser::declareTagAlone() {
     else
         parseError("cannot prototype  struct/class/union tag '%s' here", specifiers.tagName->text);
     return true;
+}
+
+// An aggregate in a body, with neither a tag nor a name.
+void DeclarationParser::declareAnonymous() {
+    Declarator declarator;
+    declarator.name = specifiers.typeSymbol->name;
+    declarator.dataType = DT_STRUCT;
+    TypeInfo *info = makeRecord(declarator);
+    if (!info)
+        return;
+    info->flags |= FLAG_ANONYMOUS;
+    checkMemberNames(*symbolList, info->structLink);
+    appendSymbol(symbolList, info);
 }
 
 // ---- The type of a declarator -----------------------------------------------------------------
@@ -313,7 +331,7 @@ bool DeclarationParser::checkName(Declarator &declarator) {
     }
     Symbol *existing = declarator.existing;
     if (declarator.status != NAME_OBJECT)
-        return true;
+        return !isMember() || checkMemberName(*symbolList, declarator.name);
     if (existing->dataType == DT_TAG ||
         (existing->dataType == DT_ENUM && existing->storage == STORAGE_TYPEDEF)) {
         hideTag(existing);

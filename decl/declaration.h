@@ -51,6 +51,7 @@ struct Specifiers {
     bool isRestrict = false;
     bool isConst = false;
     bool opensBody = false;      // a { stands behind the tag
+    bool isUntagged = false;     // or behind the word itself
     int qualifiedName = 0;       // what parseQualifiedName() said
     TypeInfo *member = nullptr;  // Class::member, in place of a declarator's name
     StructInfo *memberClass = nullptr;

@@ -1,6 +1,7 @@
 #include "decl/layout.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "decl/aggregates.h"
 #include "decl/arrayInfo.h"
@@ -10,6 +11,10 @@
 #include "instance/report.h"
 
 namespace zy {
+
+bool isPad(const TypeInfo *member) {
+    return member->bitField && strcmp(member->name->text, "__bitfieldpad") == 0;
+}
 
 bool isEnumerator(const TypeInfo *member) {
     return (member->qualifiers & QUALIFIER_BUILTIN) && member->structLink && member->constant;

@@ -16,6 +16,8 @@ int memberAlign(const TypeInfo *member);
 // Whether a member has bytes of its own in each object of the struct or union.
 bool takesRoom(const TypeInfo *member, AggregateKind aggregateKind);
 
+// A bit-field without a name.
+bool isPad(const TypeInfo *member);
 // A member that is the name of a value: an enumerator.
 bool isEnumerator(const TypeInfo *member);
 

@@ -194,6 +194,7 @@ SpecifierScan::Step SpecifierScan::takeAnonymousTag() {
     NameEntry *name = lookupName(text);
     if (!name)
         name = addName(text);
+    result.isUntagged = true;
     return name ? takeTag(name) : STEP_FAILED;
 }
 

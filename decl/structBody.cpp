@@ -1,14 +1,14 @@
 // The body of a struct, class or union: members are read as declarations of a list of their own,
 // then laid out. The cells that say in which body the parser stands are kept for the body around.
 
-#include <cstring>
-
 #include "decl/aggregates.h"
+#include "decl/construction.h"
 #include "decl/currentToken.h"
 #include "decl/declState.h"
 #include "decl/declaration.h"
 #include "decl/layout.h"
 #include "expr/constantTrees.h"
+#include "expr/members.h"
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/typeQueries.h"
@@ -42,6 +42,27 @@ private:
 
 }  // namespace
 
+// ---- Names ------------------------------------------------------------------------------------
+
+bool checkMemberName(TypeInfo *list, const NameEntry *name) {
+    const TypeInfo *member = name ? memberNamed(list, name) : nullptr;
+    if (!member || isPad(member) || member->dataType == DT_TAG)
+        return true;
+    parseError("identifier '%s' redeclared", name->text);
+    return false;
+}
+
+bool checkMemberNames(TypeInfo *list, const StructInfo *anonymous) {
+    bool isRight = true;
+    for (const TypeInfo *member = anonymous->members; member; member = member->next) {
+        if (member->flags & FLAG_ANONYMOUS)
+            isRight &= checkMemberNames(list, member->structLink);
+        else if (member->dataType != DT_TAG && !isPad(member))
+            isRight &= checkMemberName(list, member->name);
+    }
+    return isRight;
+}
+
 // ---- Bit-fields -------------------------------------------------------------------------------
 
 namespace {
@@ -54,8 +75,6 @@ bool parseWidth(int &width) {
         parseError("integral constant expression expected");
     return isWhole;
 }
-
-bool isPad(const TypeInfo *member) { return strcmp(member->name->text, "__bitfieldpad") == 0; }
 
 }  // namespace
 
@@ -151,6 +170,8 @@ bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKin
     }
     layOutMembers(info);
     currentStruct = info;
+    if (info->constructor)  // nothing in it could give arguments to those of its members
+        checkMemberConstruction(info, info->members);
     return !errorFlag;
 }
 

@@ -1,7 +1,6 @@
 // Lists of struct members, and the list that all readers fill.
 
-#include <cstring>
-
+#include "decl/construction.h"
 #include "decl/currentToken.h"
 #include "decl/layout.h"
 #include "decl/listReader.h"
@@ -118,8 +117,7 @@ namespace {
 // Functions, names of types and what belongs to the class as a whole have no place in an object; a
 // bit-field without a name has one that can't be named.
 bool isListed(const TypeInfo *member) {
-    bool isPad = member->bitField && strcmp(member->name->text, "__bitfieldpad") == 0;
-    return takesRoom(member, AGGREGATE_STRUCT) && !isPad;
+    return takesRoom(member, AGGREGATE_STRUCT) && !isPad(member);
 }
 
 const TypeInfo *firstListed(const TypeInfo *member) {
@@ -178,7 +176,7 @@ bool ListReader::parseMembers(const StructInfo *info, bool braced, ExprNode *giv
         member = nextListMember(info, member);
         another = member && anotherFollows();
     }
-    return !braced || endStruct(!member);
+    return checkMemberConstruction(info, member) && (!braced || endStruct(!member));
 }
 
 bool ListReader::endStruct(bool isFull) {

@@ -82,8 +82,8 @@ ExprNode *targetNamed(const char *name) {
                     symbol->storage != STORAGE_STATIC;
     if (!isMember)
         return newSymbolNode(symbol);
-    int index = memberIndex(object->thisFormal->structLink, symbol);
-    return newOperatorNode(OP_ARROW, newSymbolNode(object->thisFormal), newIntNode(index));
+    return newMemberAccess(OP_ARROW, newSymbolNode(object->thisFormal),
+                           object->thisFormal->structLink, symbol);
 }
 
 // The check goes by declarations, which an array of the host has none of.

@@ -6,6 +6,7 @@
 #include "decl/funcInfo.h"
 #include "decl/layout.h"
 #include "decl/structInfo.h"
+#include "expr/members.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
 #include "front/lexer.h"
@@ -29,7 +30,7 @@ bool callFollows() {
 // A member function is meant only where it is called.
 TypeInfo *findMemberOf(const ClassContext *record, const NameEntry *name) {
     const StructInfo *info = record->thisFormal->structLink;
-    TypeInfo *member = info ? findInList(info->members, name) : nullptr;
+    TypeInfo *member = info ? memberNamed(info->members, name) : nullptr;
     constexpr uint32_t functionFlags = FLAG_MEMBER_FUNCTION | FLAG_CONSTRUCTOR | FLAG_DESTRUCTOR;
     if (member && (member->flags & functionFlags) && !callFollows())
         return nullptr;

@@ -37,18 +37,16 @@ void visitTexts(char *object, const StructInfo *info, Visit visit) {
     }
 }
 
+}  // namespace
+
 bool takesArguments(const TypeInfo *constructor) {
-    const TypeInfo *self = constructor->functionLink->parameters;
+    const TypeInfo *self =
+        constructor->functionLink ? constructor->functionLink->parameters : nullptr;
     return self && self->next;
 }
 
-}  // namespace
-
 bool livesAsMember(const TypeInfo *member) {
-    if (member->dataType != DT_STRUCT || !isPlace(member) || !hasLife(member->structLink))
-        return false;
-    const TypeInfo *constructor = member->structLink->constructor;
-    return !constructor || !takesArguments(constructor);
+    return member->dataType == DT_STRUCT && isPlace(member) && hasLife(member->structLink);
 }
 
 void releaseObject(void *object, const StructInfo *info) {

@@ -25,10 +25,13 @@ void releaseObject(void *object, const StructInfo *info);
 inline bool hasLife(const StructInfo *info) {
     return info && (info->constructor || info->destructor || info->ownsObjects);
 }
-// Whether such a member lives: nothing could give arguments to its constructor.
+// Whether a member lives and dies with the object that it is in.
 bool livesAsMember(const TypeInfo *member);
-// The members of an object that is being constructed, before its own constructor runs.
-void constructMembers(void *object, const StructInfo *info);
+// Whether a constructor has formals besides the object.
+bool takesArguments(const TypeInfo *constructor);
+// The members of an object that is being constructed, from that one on: all of them before its own
+// constructor runs, or those that a list has not named.
+void constructMembers(void *object, const StructInfo *info, const TypeInfo *first);
 // Runs a member function without arguments on an object, to its end.
 void callOnObject(TypeInfo *function, void *object, bool noFree);
 // Default construction and destruction of the elements of a block of memory, in order.

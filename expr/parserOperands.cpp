@@ -103,9 +103,21 @@ void findFunction(NameEntry *name, bool runMode) {
         makeImplicitFunction(name);
 }
 
+ExprNode *textNode(const std::string &text) {
+    ExprNode *node = newZeroValue(DT_P_CHAR);
+    if (!node)
+        return nullptr;
+    node->payload.text = keepText(copyString(text.c_str()));
+    node->count = static_cast<uint32_t>(text.size() + 1);
+    return node;
+}
+
 ExprNode *unknownName(NameEntry *name, bool runMode) {
     if (conditionIdle)
         return idleName();
+    std::string ofClass = classText(name);
+    if (!ofClass.empty())
+        return textNode(ofClass);
     if (startsStreamForm(name))
         return parsePrimary(newOperatorNode(keywordNamed(name->text)->code), runMode);
     if (followsAfterBlanks("(")) {
@@ -124,9 +136,8 @@ bool isImplicitMember(const Symbol *symbol, const ClassContext *object) {
 }
 
 ExprNode *implicitMember(const Symbol *symbol, const ClassContext *object) {
-    int index = memberIndex(object->thisFormal->structLink, symbol);
-    return bindOperator(
-        newOperatorNode(OP_ARROW, newSymbolNode(object->thisFormal), newIntNode(index)));
+    return newMemberAccess(OP_ARROW, newSymbolNode(object->thisFormal),
+                           object->thisFormal->structLink, symbol);
 }
 
 bool isNamedConstant(const Symbol *symbol) {
@@ -214,9 +225,14 @@ void takeMember(Parse &parse, NameEntry *name) {
         breakOff(parse);
         return;
     }
-    pushOperand(parse, newIntNode(memberIndex(structInfoOf(left), member)));
+    const StructInfo *info = structInfoOf(left);
+    const TypeInfo *own = ownMember(info, member);
+    pushOperand(parse, newIntNode(memberIndex(info, own)));
     reduceTop(parse);
-    takePostfixed(parse, popOperand(parse));
+    ExprNode *access = popOperand(parse);
+    if (own != member)
+        access = newMemberAccess(OP_MEMBER, access, own->structLink, member);
+    takePostfixed(parse, access);
 }
 
 void takeIdentifier(Parse &parse) {

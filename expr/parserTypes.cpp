@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "decl/construction.h"
 #include "decl/declaration.h"
 #include "decl/typeWords.h"
 #include "expr/guards.h"
@@ -510,7 +511,9 @@ ExprNode *newPlain() {
     if (!type)
         return nullptr;
     Symbol *constructor = constructorOf(type);
-    if (!newTypeFits(type) || (constructor && !constructorIsOpen(type, constructor))) {
+    bool isRefused = constructor ? !constructorIsOpen(type, constructor)
+                                 : isLivingObject(type) && !checkConstruction(type);
+    if (isRefused || !newTypeFits(type)) {
         refuseType(type);
         return nullptr;
     }

@@ -203,7 +203,7 @@ void newOperator(ExprNode *node) {
             storeByPointerType(result->payload.p, value.get(), type);
     }
     if (result && !initial && type == DT_P_STRUCT && result->payload.p && info)
-        constructMembers(result->payload.p, info);
+        constructMembers(result->payload.p, info, info->members);
     if (result)
         pushValue(result);
 }

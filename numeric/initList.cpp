@@ -209,6 +209,7 @@ void ListStore::storeStruct(char *address, const StructInfo *info) {
         storeMember(address, member);
         member = nextListMember(info, member);
     }
+    constructMembers(address, info, member);
 }
 
 Elements elementsOfMember(char *object, const TypeInfo *member) {

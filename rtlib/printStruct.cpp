@@ -33,10 +33,9 @@ private:
 };
 
 bool isPrinted(const TypeInfo *member) {
-    bool isPad = member->bitField && strcmp(member->name->text, "__bitfieldpad") == 0;
     return member->storage != STORAGE_STATIC && member->storage != STORAGE_TYPEDEF &&
            member->kind != KIND_FUNCTION && member->kind != KIND_REFERENCE &&
-           !isEnumerator(member) && !isPad;
+           !isEnumerator(member) && !isPad(member);
 }
 
 const TypeInfo *firstPrinted(const TypeInfo *member) {
@@ -50,7 +49,9 @@ bool StructPrinter::printMembers(const std::string &path, const StructInfo *info
     bool lineEnded = true;
     const TypeInfo *member = firstPrinted(info->members);
     while (member) {
-        lineEnded = printMember(path + "." + member->name->text, member, object);
+        bool isAnonymous = member->flags & FLAG_ANONYMOUS;
+        lineEnded =
+            printMember(isAnonymous ? path : path + "." + member->name->text, member, object);
         member = firstPrinted(member->next);
         if (member && !lineEnded)
             sink.write("\n");

@@ -131,7 +131,7 @@ int enterFunction(TypeInfo *callee, ExprNode *node) {
         return failMember(callee, function->returnType);
     }
     if ((callee->flags & FLAG_CONSTRUCTOR) && classContext->object)
-        constructMembers(classContext->object, callee->structLink);
+        constructMembers(classContext->object, callee->structLink, callee->structLink->members);
     ExecContext *caller = currentContext, *context = newContext();
     if (!context)
         return failMember(callee, function->returnType);

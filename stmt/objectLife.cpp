@@ -55,10 +55,10 @@ uint32_t countOf(const TypeInfo *member) {
 
 // Calls act(objects, count, class) for each member of an object that lives with it.
 template <class Act>
-void visitLivingMembers(void *object, const StructInfo *info, Act act) {
+void visitLivingMembers(void *object, const StructInfo *info, const TypeInfo *first, Act act) {
     if (!info->ownsObjects)
         return;
-    for (const TypeInfo *member = info->members; member; member = member->next)
+    for (const TypeInfo *member = first; member; member = member->next)
         if (livesAsMember(member))
             act(static_cast<char *>(object) + member->level, countOf(member), member->structLink);
 }
@@ -68,13 +68,13 @@ void constructObject(void *object, const StructInfo *info) {
     if (info->constructor)
         callOnObject(info->constructor, object, true);
     else
-        constructMembers(object, info);
+        constructMembers(object, info, info->members);
 }
 
 void destroyObject(void *object, const StructInfo *info) {
     if (info->destructor)
         callOnObject(info->destructor, object, true);
-    visitLivingMembers(object, info, destroyObjects);
+    visitLivingMembers(object, info, info->members, destroyObjects);
 }
 
 void doForEach(void (*act)(void *, const StructInfo *), void *objects, uint32_t count,
@@ -86,8 +86,8 @@ void doForEach(void (*act)(void *, const StructInfo *), void *objects, uint32_t 
 
 }  // namespace
 
-void constructMembers(void *object, const StructInfo *info) {
-    visitLivingMembers(object, info, constructObjects);
+void constructMembers(void *object, const StructInfo *info, const TypeInfo *first) {
+    visitLivingMembers(object, info, first, constructObjects);
 }
 
 void constructObjects(void *objects, uint32_t count, const StructInfo *info) {

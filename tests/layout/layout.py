@@ -34,26 +34,47 @@ class Struct:
     def __init__(self, name, word):
         self.name, self.word = name, word
         self.lines, self.fills, self.pack = [], [], 0
+        self.has_bits = False
 
-    def scalar(self, rng, i):
+    def members(self, rng, count, earlier, prefix="m", depth=0):
+        for i in range(count):
+            name, choice = f"{prefix}{i}", rng.random()
+            if choice < 0.25:
+                self.bits(rng, name)
+            elif choice < 0.4 and earlier:
+                self.nested(rng, name, earlier)
+            elif choice < 0.5 and depth < 2:
+                self.anonymous(rng, name, earlier, depth)
+            else:
+                self.scalar(rng, name)
+
+    def anonymous(self, rng, name, earlier, depth):
+        around, self.word = self.word, rng.choice(["struct", "union"])
+        self.lines.append(f"{self.word} {{")
+        self.members(rng, rng.randint(1, 3), earlier, name + "_", depth + 1)
+        self.lines.append("};")
+        self.word = around
+
+    def scalar(self, rng, name):
         kind = rng.choice(SCALARS)
         dims = rng.choice(["", "", "", f"[{rng.randint(1, 4)}]",
                            f"[{rng.randint(1, 3)}][{rng.randint(1, 3)}]"])
-        self.lines.append(f"{kind} m{i}{dims};")
-        self.fills.append((f"m{i}", None))
+        self.lines.append(f"{kind} {name}{dims};")
+        self.fills.append((name, None))
 
-    def nested(self, rng, i, earlier):
+    def nested(self, rng, name, earlier):
         inner = rng.choice(earlier)
         dims = rng.choice(["", f"[{rng.randint(1, 3)}]"])
-        self.lines.append(f"{inner.word} {inner.name} m{i}{dims};")
-        self.fills.append((f"m{i}", None))
+        self.lines.append(f"{inner.word} {inner.name} {name}{dims};")
+        self.fills.append((name, None))
 
-    def bits(self, rng, i):
+    def bits(self, rng, name):
+        self.has_bits = True
         for j in range(rng.randint(1, 5)):
             kind = rng.choice(WHOLE)
             width = rng.randint(1, width_of(kind))
-            self.lines.append(f"{kind} m{i}_{j} : {width};")
-            self.fills.append((f"m{i}_{j}", kind))
+            self.lines.append(f"{kind} {name}_b{j} : {width};")
+            self.fills.append((f"{name}_b{j}", kind))
             if self.word == "struct" and rng.random() < 0.15:
                 self.lines.append(f"{kind} : 0;")
 
@@ -81,17 +102,8 @@ def make_structs(packs):
     structs, plain = [], []
     for n in range(COUNT):
         made = Struct(f"s{n}", "union" if rng.random() < 0.15 else "struct")
-        has_bits = False
-        for i in range(rng.randint(1, 6)):
-            choice = rng.random()
-            if choice < 0.25:
-                made.bits(rng, i)
-                has_bits = True
-            elif choice < 0.4 and plain:
-                made.nested(rng, i, plain)
-            else:
-                made.scalar(rng, i)
-        if not has_bits and packs and rng.random() < 0.4:
+        made.members(rng, rng.randint(1, 6), plain)
+        if not made.has_bits and packs and rng.random() < 0.4:
             made.pack = rng.choice([1, 2, 4, 8])
         if not made.pack:
             plain.append(made)
