@@ -53,8 +53,14 @@ bool parseBitField(TypeInfo *member);
 enum QualifiedName { QUALIFIED_NONE, QUALIFIED_FUNCTION, QUALIFIED_DATA, QUALIFIED_FAILED };
 QualifiedName parseQualifiedName(Symbol *&symbol, int &dataType, int level, TypeInfo **member);
 
-// Whether Class::member at the cursor is a static member: an expression begins, no definition.
-bool isStaticMemberPath(const Symbol *type);
+// Class::member behind the cursor, which stays where it is: the member that the path of names ends
+// in, its class, and the text behind it. The member is NULL where there is none.
+struct MemberPath {
+    const TypeInfo *member;
+    const StructInfo *owner;
+    const char *behind;
+};
+MemberPath memberAtPath(const Symbol *type);
 
 // A member function has the object that it is called on as its first formal.
 void addThis(TypeInfo *function, StructInfo *info);

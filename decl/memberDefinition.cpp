@@ -138,19 +138,20 @@ NameEntry *nameAt(const char *&text) {
 
 }  // namespace
 
-bool isStaticMemberPath(const Symbol *type) {
+MemberPath memberAtPath(const Symbol *type) {
     peekNonBlank();
-    const char *text = lineBuffer + linePos;
-    const TypeInfo *member = type;
-    while (member && isClass(member) && text[0] == ':' && text[1] == ':') {
-        text = skipSpace(text + 2);
+    MemberPath path{nullptr, nullptr, lineBuffer + linePos};
+    const TypeInfo *at = type;
+    while (at && isClass(at) && path.behind[0] == ':' && path.behind[1] == ':') {
+        const char *text = skipSpace(path.behind + 2);
         const NameEntry *name = nameAt(text);
-        member = name ? findInList(member->structLink->members, name) : nullptr;
-        text = skipSpace(text);
-        if (member && member->dataType != DT_TAG)
+        path.owner = at->structLink;
+        path.member = at = name ? findInList(path.owner->members, name) : nullptr;
+        path.behind = skipSpace(text);
+        if (!at || !isType(at))
             break;
     }
-    return member && member != type && member->storage == STORAGE_STATIC;
+    return path;
 }
 
 // ---- The hidden formal ------------------------------------------------------------------------

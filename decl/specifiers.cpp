@@ -111,9 +111,21 @@ SpecifierScan::Step SpecifierScan::takeToken() {
 
 // ---- Names ------------------------------------------------------------------------------------
 
+namespace {
+
+bool pathFollows() {
+    peekNonBlank();
+    return lineBuffer[linePos] == ':' && lineBuffer[linePos + 1] == ':';
+}
+
+}  // namespace
+
 SpecifierScan::Step SpecifierScan::takeName(NameEntry *name) {
-    if (wantsTag())
-        return takeTag(name);
+    if (wantsTag()) {
+        if (!pathFollows())
+            return takeTag(name);
+        result.aggregate = AGGREGATE_NONE;  // `struct A::B` is `A::B`
+    }
     Symbol *symbol = typedefNamed(name, symbolList);
     if (!symbol) {
         pushedBack = true;

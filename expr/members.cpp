@@ -12,14 +12,6 @@ namespace zy {
 
 namespace {
 
-// Code of the class itself runs or is being parsed.
-bool insideClass(const StructInfo *info) {
-    for (const ClassContext *context = classContext; context; context = context->next)
-        if (context->thisFormal && context->thisFormal->structLink == info)
-            return true;
-    return false;
-}
-
 const char *tagText(const StructInfo *info) {
     return info->tag && info->tag->name ? plainTag(info->tag->name->text) : "";
 }
@@ -44,6 +36,13 @@ TypeInfo *memberNamed(TypeInfo *list, const NameEntry *name) {
         }
     }
     return nullptr;
+}
+
+bool insideClass(const StructInfo *info) {
+    for (const ClassContext *context = classContext; context; context = context->next)
+        if (context->thisFormal && context->thisFormal->structLink == info)
+            return true;
+    return false;
 }
 
 bool isHiddenMember(const StructInfo *info, const TypeInfo *member) {

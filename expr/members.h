@@ -18,6 +18,8 @@ int memberIndex(const StructInfo *info, const TypeInfo *member);
 // The access to a member of an object, or with OP_ARROW of a pointer to one: by way of the
 // anonymous members that it lies in. The tree takes over that of the object.
 ExprNode *newMemberAccess(int op, ExprNode *object, const StructInfo *info, const TypeInfo *member);
+// Code of the class itself runs or is being parsed.
+bool insideClass(const StructInfo *info);
 // A private member where no code of its class is.
 bool isHiddenMember(const StructInfo *info, const TypeInfo *member);
 // The text of __class__ or __class_func__ in the member function that the parser stands in; empty for

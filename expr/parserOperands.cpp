@@ -1,8 +1,10 @@
 // Operands: names, constants, parentheses, and what stands behind them: subscripts and argument
 // lists. A name is resolved here once and for all; the tree keeps its declaration.
 
+#include "decl/aggregates.h"
 #include "decl/funcInfo.h"
 #include "decl/functionFiles.h"
+#include "decl/layout.h"
 #include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
 #include "expr/parserParts.h"
@@ -162,8 +164,14 @@ ExprNode *constructorCall(Symbol *constructor, bool runMode) {
 
 // The name of a type: of a class before ::, a constructor, a conversion.
 ExprNode *typeOperand(Symbol *type, bool runMode) {
-    if (followsAfterBlanks("::"))
-        return newSymbolNode(type);
+    if (followsAfterBlanks("::")) {
+        MemberPath path = memberAtPath(type);
+        bool isCall = path.member && path.member->storage == STORAGE_TYPEDEF && *path.behind == '(';
+        if (!isCall)
+            return newSymbolNode(type);
+        linePos = static_cast<int16_t>(path.behind - lineBuffer);
+        return typeOperand(const_cast<TypeInfo *>(path.member), runMode);
+    }
     const StructInfo *aggregate = type->structLink;
     bool isClass = type->dataType == DT_TAG || type->dataType == DT_STRUCT;
     if (isClass && aggregate && aggregate->constructor && textFollows("("))
@@ -218,6 +226,24 @@ void takeName(Parse &parse, NameEntry *name, Symbol *symbol, ClassContext *impli
     takePostfixed(parse, nameOperand(name, symbol, implicitObject, parse.runMode));
 }
 
+namespace {
+
+// Class::member in the code of the class is one of the object that the code runs on.
+void takeOwnObject(Parse &parse, const StructInfo *info, const TypeInfo *member) {
+    const ClassContext *context = classContext;
+    bool isInside = context && context->thisFormal && context->thisFormal->structLink == info;
+    bool isShared = member->storage == STORAGE_STATIC || member->storage == STORAGE_TYPEDEF ||
+                    isEnumerator(member);
+    if (parse.operators->op != OP_SCOPE || !isInside || isShared)
+        return;
+    deleteNode(popOperand(parse));
+    pushOperand(parse, newSymbolNode(context->thisFormal));
+    parse.operators->op = OP_ARROW;
+    parse.wantOperand = true;
+}
+
+}  // namespace
+
 void takeMember(Parse &parse, NameEntry *name) {
     const ExprNode *left = parse.operands;
     const TypeInfo *member = findMember(left, name);
@@ -226,6 +252,7 @@ void takeMember(Parse &parse, NameEntry *name) {
         return;
     }
     const StructInfo *info = structInfoOf(left);
+    takeOwnObject(parse, info, member);
     const TypeInfo *own = ownMember(info, member);
     pushOperand(parse, newIntNode(memberIndex(info, own)));
     reduceTop(parse);
@@ -306,16 +333,6 @@ void takeParenthesis(Parse &parse) {
         contents = parseContents(parse.runMode);
     }
     takePostfixed(parse, contents);
-}
-
-// ---- Types among the operands -------------------------------------------------------------------
-
-Symbol *typeNameAt(bool runMode) {
-    if (tokenClass != TK_IDENTIFIER)
-        return nullptr;
-    Symbol *symbol = visibleSymbol(tokenValue.name, runMode);
-    bool isType = symbol && symbol->storage == STORAGE_TYPEDEF && !followsAfterBlanks("::");
-    return isType ? symbol : nullptr;
 }
 
 }  // namespace zy

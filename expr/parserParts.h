@@ -67,8 +67,6 @@ ExprNode *parsePostfix(ExprNode *operand, bool runMode);
 
 // Whether the word just read, a type's, is called as a function: `int(x)`, not `(int (*)[3])`.
 bool isConversionCall();
-// The declaration of the current token as a name of a type, NULL if it is none or stands before ::.
-Symbol *typeNameAt(bool runMode);
 // The current token begins the type of a cast.
 bool startsCast(bool runMode);
 void takeCast(Parse &parse);  // with the ( consumed

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstring>
 
+#include "decl/aggregates.h"
 #include "decl/construction.h"
 #include "decl/declaration.h"
 #include "decl/typeWords.h"
@@ -82,9 +83,19 @@ bool isConversionAt(const char *open) {
 
 bool atCharacter(char c) { return tokenClass == TK_CHAR && tokenValue.character == c; }
 
-bool startsType(bool runMode) {
-    bool isTypeWord = tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_TYPE;
-    return isTypeWord || typeNameAt(runMode);
+// Whether the token begins a type, whose first words end at `end`: before a path of names that
+// leads to something else the name of a class begins an operand.
+bool startsType(bool runMode, const char **end) {
+    const Symbol *symbol = nullptr;
+    if (tokenClass == TK_IDENTIFIER)
+        symbol = visibleSymbol(tokenValue.name, runMode);
+    bool isWord = tokenClass == TK_KEYWORD && currentKeyword.keywordClass == KC_TYPE;
+    if (!isWord && !(symbol && symbol->storage == STORAGE_TYPEDEF))
+        return false;
+    MemberPath path = memberAtPath(symbol);
+    *end = path.behind;
+    return strncmp(lineBuffer + linePos, "::", 2) != 0 ||
+           (path.member && path.member->storage == STORAGE_TYPEDEF);
 }
 
 const char *nameText(const TypeInfo *info) { return info->name ? info->name->text : ""; }
@@ -113,7 +124,10 @@ bool isConversionCall() {
     return isConversionAt(lineBuffer + linePos);
 }
 
-bool startsCast(bool runMode) { return startsType(runMode) && !isConversionCall(); }
+bool startsCast(bool runMode) {
+    const char *end;
+    return startsType(runMode, &end) && !isConversionAt(end);
+}
 
 // ---- Casts --------------------------------------------------------------------------------------
 
@@ -405,8 +419,7 @@ ExprNode *parseElementType(bool runMode) {
 namespace {
 
 // Whether the words of the type are followed by a parenthesis with a value.
-bool valueFollows() {
-    const char *text = lineBuffer + linePos;
+bool valueFollows(const char *text) {
     while (isalnum(static_cast<unsigned char>(*text)) || *text == '_' || *text == ' ' ||
            *text == '\t')
         text++;
@@ -524,13 +537,14 @@ ExprNode *newPlain() {
 }  // namespace
 
 ExprNode *parseNew(bool runMode) {
+    const char *end;
     nextToken();
-    if (!startsType(runMode)) {
+    if (!startsType(runMode, &end)) {
         parseError("missing type name after operator new");
         pushedBack = true;
         return nullptr;
     }
-    if (!valueFollows())
+    if (!valueFollows(end))
         return newPlain();
     TypeInfo *type = specifiedType();
     ExprNode *object = type ? newWithValue(type, runMode) : nullptr;

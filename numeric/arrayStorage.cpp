@@ -326,18 +326,34 @@ Value *viewArrayMember(const TypeInfo *member, void *place) {
     return view;
 }
 
+namespace {
+
+// As of a variable, but that a member takes no temporary's elements over.
+bool bindsMember(const TypeInfo *member, const void *elements, const Value *value) {
+    if (member->kind != KIND_P_ARRAY || !isArrayLike(static_cast<int>(value->type)))
+        return member->kind == KIND_P_C_ARRAY || (isPointerMember(member) && isNullConstant(value));
+    bool isFresh = value->ownership == ARRAY_OWNS_SHAPE && !elements;
+    return value->ownership != ARRAY_OWNED && (value->payload2.castFlag == 1 || isFresh);
+}
+
+}  // namespace
+
 void assignArrayMember(const TypeInfo *member, void *place, const Value *value) {
-    if (member->kind == KIND_P_C_ARRAY) {
+    if (bindsMember(member, memberElements(member, place), value)) {
         void *pointer = pointerOf(value);
         memcpy(place, &pointer, sizeof pointer);
         return;
     }
     void *elements = memberElements(member, place);
     uint32_t count = member->arrayLink ? shapeCount(fixedShapeOf(member->arrayLink)) : 0;
-    if (!elements) {
+    if (!elements && isArrayLike(static_cast<int>(value->type)))
         runError("member of pointer to computational array has not been allocated memory");
+    else if (!elements)
+        runError(
+            "lvalye of pointer to computational array type  has not been allocated memory before "
+            "assignment operation");
+    if (!elements)
         return;
-    }
     if (count == 0)
         runWarning(
             "member of pointer to computational array is incomplete with unknown number of "

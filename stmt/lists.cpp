@@ -126,6 +126,8 @@ StmtNode *openFunctionBody(FuncInfo *function) {
 }
 
 void splicePending(StmtNode *statement) {
+    if (pendingBefore)
+        moveCases(statement, pendingBefore);  // a label leads to all of a declaration
     while (StmtNode *before = pendingBefore) {
         pendingBefore = before->next;
         StmtNode *oldFirst = statement;

@@ -6,7 +6,9 @@
 
 #include "decl/aggregates.h"
 #include "decl/declaration.h"
+#include "decl/layout.h"
 #include "decl/functionFiles.h"
+#include "expr/members.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/parser.h"
@@ -120,12 +122,20 @@ void insertIntBeforeMain() {
 
 void parseUnknownName(NameEntry *name) { parseError("variable '%s' not defined", name->text); }
 
-// Class(arguments): an object that nothing keeps.
-bool isConstruction(const Symbol *symbol) {
-    if (symbol->dataType != DT_TAG || !symbol->structLink || !symbol->structLink->constructor)
-        return false;
-    peekNonBlank();
-    return lineBuffer[linePos] == '(';
+// The name of a type begins an expression in Class(arguments), an object that nothing keeps, and
+// where it leads to a member: one that all objects share, or one of the object whose class's code
+// this is. Other members are being defined.
+bool startsExpression(const Symbol *symbol) {
+    MemberPath path = memberAtPath(symbol);
+    if (path.member)
+        symbol = path.member;
+    if (symbol->dataType == DT_TAG) {
+        bool isCall = *path.behind == '(' && path.behind[1] != '*';  // A (*p)[3] is declared
+        return symbol->structLink && symbol->structLink->constructor && isCall;
+    }
+    bool isMember = path.member && symbol->storage != STORAGE_TYPEDEF;
+    bool isShared = symbol->storage == STORAGE_STATIC || isEnumerator(symbol);
+    return isMember && (isShared || insideClass(path.owner));
 }
 
 void parseIdentifier() {
@@ -142,7 +152,7 @@ void parseIdentifier() {
     ClassContext *classRecord = nullptr;
     Symbol *symbol = lookupSymbolParse(name, nullptr, &classRecord);
     if (isTypedefName(symbol)) {
-        if (isStaticMemberPath(symbol) || isConstruction(symbol))
+        if (startsExpression(symbol))
             parseExpressionStatement();
         else
             parseDeclarationStatement();
