@@ -51,18 +51,12 @@ void takeOptions(const ZyOptions *option) {
     e_lang->zyhome = option ? option->zyhome : nullptr;
 }
 
-// An embedded script reaches the library's function of that name.
-void dropFreeKeyword() {
-    for (KeywordEntry **table : {keywordTable, keywordSnapshot})
-        removeKeyword("free", nameHash("free"), table);
-}
-
 int startKernel(void **handle, const ZyOptions *option, ZyPutenv put, ZyGetenv get) {
     e_interp = *handle;
     scriptMode = SCRIPT_IDLE;
     installFaultHandlers();
     initConstSysVars();
-    dropFreeKeyword();
+    withdrawKeyword("free");  // an embedded script reaches the library's function of that name
     e_lang->embedded = 1;
     e_lang->putenvFn = put;
     e_lang->getenvFn = get;

@@ -8,6 +8,8 @@ namespace zy {
 
 KeywordEntry *keywordTable[BUCKET_COUNT];
 KeywordEntry *keywordSnapshot[BUCKET_COUNT];
+KeywordPool keywordRows;
+bool keywordsAlike;
 KeywordEntry *shadowedKeywords;
 KeywordEntry *retiredKeywords;
 char removedWord[1];

@@ -4,16 +4,25 @@
 #include <bitset>
 
 #include "front/tokens.h"
+#include "instance/recordPool.h"
 
 namespace zy {
 
-// One row of front/keywords.inc.
+// One row of front/keywords.inc. It has no pointers, so that loading the library leaves it alone.
 struct VocabularyRow {
-    const char *word;
+    char word[20];
+    uint16_t hash;
+    bool soft;
     KeywordClass keywordClass;
     int code;
-    bool soft;
 };
+
+// Rows of all tables: a block has room for the vocabulary and its copy.
+using KeywordPool = RecordPool<KeywordEntry, 640>;
+extern KeywordPool keywordRows;
+// The snapshot has the same rows as the table, and none is out of the table for a while: neither
+// need be copied to the other.
+extern bool keywordsAlike;
 
 // Rows that functions of the script have taken the place of, newest first.
 extern KeywordEntry *shadowedKeywords;

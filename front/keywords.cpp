@@ -15,34 +15,48 @@ namespace zy {
 namespace {
 
 constexpr VocabularyRow vocabulary[] = {
-#define ZY_KEYWORD(word, keywordClass, code, soft) {word, keywordClass, code, soft},
+#define ZY_KEYWORD(word, keywordClass, code, soft) {word, nameHash(word), soft, keywordClass, code},
 #include "front/keywords.inc"
 #undef ZY_KEYWORD
 };
 
-// A row that is in no bucket yet. NULL after a message if memory is exhausted; exhausted for the
-// text alone, the row has none and matches nothing.
-KeywordEntry *newRow(const char *name, uint16_t hash, KeywordClass keywordClass, int code,
-                     uint8_t soft) {
-    auto *row = static_cast<KeywordEntry *>(malloc(sizeof(KeywordEntry)));
-    size_t size = strlen(name) + 1;
-    char *text = row ? static_cast<char *>(malloc(size)) : nullptr;
-    if (text)
-        memcpy(text, name, size);
-    else
+// Puts a row into the pool's record. NULL after a message if memory is exhausted.
+KeywordEntry *newRow(const KeywordEntry &contents) {
+    KeywordEntry *row = takeRecord(keywordRows);
+    if (!row) {
         plainError("cannot allocate memory for keywords");
-    if (row)
-        *row = {nullptr, hash, soft, text, keywordClass, code};
-    keywordHashes.set(hash % KEYWORD_HASHES);
+        return nullptr;
+    }
+    *row = contents;
+    keywordHashes.set(row->hash % KEYWORD_HASHES);
+    return row;
+}
+
+KeywordEntry *newVocabularyRow(const VocabularyRow &row) {
+    return newRow({nullptr, row.hash, row.soft, false, const_cast<char *>(row.word),
+                   row.keywordClass, row.code});
+}
+
+// Gives the row a text of its own. Exhausted memory leaves it without one, after a message: it
+// matches nothing.
+KeywordEntry *newOwningRow(const char *name, const KeywordEntry &contents) {
+    KeywordEntry *row = newRow(contents);
+    if (!row)
+        return nullptr;
+    row->ownsName = true;
+    row->name = strdup(name);
+    if (!row->name)
+        plainError("cannot allocate memory for keywords");
     return row;
 }
 
 // The current token may be a copy of the row.
 void releaseRow(KeywordEntry *row) {
-    if (currentKeyword.name == row->name)
+    if (row->ownsName && currentKeyword.name == row->name)
         currentKeyword.name = removedWord;
-    free(row->name);
-    free(row);
+    if (row->ownsName)
+        free(row->name);
+    giveRecord(keywordRows, row);
 }
 
 void releaseList(KeywordEntry *&list) {
@@ -61,7 +75,7 @@ void releaseTable(KeywordEntry **table) {
 KeywordEntry *copyRow(const KeywordEntry *row) {
     if (!row->name)
         return nullptr;
-    return newRow(row->name, row->hash, row->keywordClass, row->code, row->soft);
+    return row->ownsName ? newOwningRow(row->name, *row) : newRow(*row);
 }
 
 // Fills a table with copies of the other's rows, in their order.
@@ -74,6 +88,7 @@ void copyTable(KeywordEntry **target, KeywordEntry *const *source) {
             if (*end)
                 end = &(*end)->next;
         }
+        *end = nullptr;
     }
 }
 
@@ -81,6 +96,7 @@ void insertRow(KeywordEntry **table, KeywordEntry *row, char first) {
     KeywordEntry *&head = table[bucketOf(first)];
     row->next = head;
     head = row;
+    keywordsAlike = false;
 }
 
 // Words that come and go, as those of the console do, use one row again and again.
@@ -119,9 +135,9 @@ const VocabularyRow *vocabularyRow(const char *word) {
 KeywordEntry *addKeyword(KeywordClass keywordClass, const char *name, int code) {
     KeywordEntry *row = takeRetired(name);
     if (row)
-        *row = {nullptr, row->hash, 0, row->name, keywordClass, code};
+        *row = {nullptr, row->hash, 0, row->ownsName, row->name, keywordClass, code};
     else
-        row = newRow(name, nameHash(name), keywordClass, code, 0);
+        row = newOwningRow(name, {nullptr, nameHash(name), 0, 0, nullptr, keywordClass, code});
     if (row)
         insertRow(keywordTable, row, *name);
     return row;
@@ -134,8 +150,8 @@ KeywordEntry *addKeyword(KeywordClass keywordClass, const char *name) {
 void initKeywords() {
     releaseTable(keywordTable);
     for (const VocabularyRow &row : vocabulary)
-        if (KeywordEntry *entry = addKeyword(row.keywordClass, row.word, row.code))
-            entry->soft = row.soft;
+        if (KeywordEntry *entry = newVocabularyRow(row))
+            insertRow(keywordTable, entry, *row.word);
     findKeptOperators();
     saveKeywords();
 }
@@ -145,6 +161,7 @@ void releaseKeywords() {
     releaseTable(keywordSnapshot);
     releaseList(shadowedKeywords);
     releaseList(retiredKeywords);
+    releasePool(keywordRows);
     keywordHashes.reset();
     findKeptOperators();
 }
@@ -166,6 +183,7 @@ int removeKeyword(const char *name, uint16_t hash, KeywordEntry **table) {
     if (!row)
         return -1;
     *link = row->next;
+    keywordsAlike = false;
     if (table == keywordTable) {
         retire(row);
         findKeptOperators();
@@ -183,20 +201,34 @@ bool removeAllRows(const char *name, KeywordEntry **table) {
     return found;
 }
 
+void withdrawKeyword(const char *name) {
+    bool alike = keywordsAlike;
+    for (KeywordEntry **table : {keywordTable, keywordSnapshot})
+        removeKeyword(name, nameHash(name), table);
+    keywordsAlike = alike;
+}
+
 // A word that a function of this program has taken the place of is back for the next one.
 void saveKeywords() {
+    if (keywordsAlike)
+        return;
+    bool alike = !shadowedKeywords && foldedNames == 0;
     copyTable(keywordSnapshot, keywordTable);
     removeFoldedWords(keywordSnapshot);
     for (const KeywordEntry *row = shadowedKeywords; row; row = row->next)
         if (KeywordEntry *copy = copyRow(row))
             insertRow(keywordSnapshot, copy, *copy->name);
+    keywordsAlike = alike;
 }
 
 void restoreKeywords() {
-    copyTable(keywordTable, keywordSnapshot);
+    if (!keywordsAlike) {
+        copyTable(keywordTable, keywordSnapshot);
+        findKeptOperators();
+    }
     releaseList(shadowedKeywords);
     releaseList(retiredKeywords);
-    findKeptOperators();
+    keywordsAlike = true;
 }
 
 bool shadowKeyword(const char *name) {
@@ -208,6 +240,7 @@ bool shadowKeyword(const char *name) {
         *link = row->next;
         row->next = shadowedKeywords;
         shadowedKeywords = row;
+        keywordsAlike = false;
         found = true;
     }
     return found;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
 
 #include "decl/typeInfo.h"
 #include "expr/value.h"
@@ -26,7 +25,12 @@ NameEntry *findName(const char *text, Matches matches) {
 NameEntry *&indexed(const char *text, uint16_t hash) {
     unsigned second = *text ? static_cast<unsigned char>(text[1]) : 0;
     unsigned place = hash + static_cast<unsigned char>(*text) * 37U + second * 101U;
-    return nameIndex[place % NAME_INDEX_SIZE];
+    return nameIndex[place & (nameIndexSize - 1)];
+}
+
+void clearIndex(uint32_t newSize) {
+    std::fill_n(nameIndex, nameIndexSize, nullptr);
+    nameIndexSize = newSize;
 }
 
 void linkName(NameEntry *entry) {
@@ -36,6 +40,8 @@ void linkName(NameEntry *entry) {
     if (head)
         head->prev = entry;
     head = entry;
+    if (++nameCount > nameIndexSize / 2 && nameIndexSize < NAME_INDEX_MAX)
+        clearIndex(NAME_INDEX_MAX);
     indexed(entry->text, entry->hash) = entry;
 }
 
@@ -45,17 +51,13 @@ void unlinkName(NameEntry *entry, NameEntry *&head) {
         entry->next->prev = entry->prev;
     if (NameEntry *&known = indexed(entry->text, entry->hash); known == entry)
         known = nullptr;
-}
-
-void releaseName(NameEntry *entry) {
-    free(entry->text);
-    free(entry);
+    nameCount--;
 }
 
 void releaseNameList(NameEntry *&head) {
     while (NameEntry *entry = head) {
         head = entry->next;
-        releaseName(entry);
+        free(entry);
     }
 }
 
@@ -84,14 +86,13 @@ NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length) {
 }
 
 NameEntry *addName(const char *text) {
-    auto *entry = static_cast<NameEntry *>(allocOrFail(sizeof(NameEntry)));
+    size_t size = strlen(text) + 1;
+    auto *entry = static_cast<NameEntry *>(allocOrFail(sizeof(NameEntry) + size));
     if (!entry)
         return nullptr;
-    *entry = {nullptr, nullptr, nameHash(text), 0, copyString(text), nullptr};
-    if (!entry->text) {
-        free(entry);
-        return nullptr;
-    }
+    auto *copy = reinterpret_cast<char *>(entry + 1);
+    memcpy(copy, text, size);
+    *entry = {nullptr, nullptr, nameHash(text), 0, copy, nullptr};
     linkName(entry);
     return entry;
 }
@@ -99,7 +100,7 @@ NameEntry *addName(const char *text) {
 void removeName(const char *text) {
     if (NameEntry *entry = lookupName(text)) {
         unlinkName(entry, nameTable[bucketOf(*text)]);
-        releaseName(entry);
+        free(entry);
     }
 }
 
@@ -143,9 +144,10 @@ void restoreFileNames() {
 void releaseNames() {
     for (NameEntry *&bucket : nameTable)
         releaseNameList(bucket);
-    std::fill(std::begin(nameIndex), std::end(nameIndex), nullptr);
     releaseNameList(pendingNames);
     releaseNameList(fileStaticNames);
+    clearIndex(NAME_INDEX_SMALL);
+    nameCount = 0;
 }
 
 }  // namespace zy

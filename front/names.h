@@ -14,14 +14,18 @@ struct NameEntry {
     NameEntry *next, *prev;  // of the bucket
     uint16_t hash;
     uint8_t hidden;    // taken out of sight of scripts
-    char *text;        // owned
+    char *text;        // behind the entry, in its heap block
     TypeInfo *symbol;  // the declaration visible at file scope, or NULL
 };
 
 extern NameEntry *nameTable[BUCKET_COUNT];
-// The entry that a look-up last found for some spellings: a bucket of a large program is long.
-constexpr int NAME_INDEX_SIZE = 4096;
-extern NameEntry *nameIndex[NAME_INDEX_SIZE];
+// The entry that a look-up last found for some spellings: a bucket of a large program is long. A
+// small program, and the start of each instance, touch a part of the index only.
+constexpr uint32_t NAME_INDEX_MAX = 4096;
+constexpr uint32_t NAME_INDEX_SMALL = 512;
+extern NameEntry *nameIndex[NAME_INDEX_MAX];
+extern uint32_t nameIndexSize;
+extern uint32_t nameCount;
 extern NameEntry *pendingNames;  // see hideFileNames()
 extern NameEntry *fileStaticNames;
 

@@ -5,7 +5,9 @@
 namespace zy {
 
 NameEntry *nameTable[BUCKET_COUNT];
-NameEntry *nameIndex[NAME_INDEX_SIZE];
+NameEntry *nameIndex[NAME_INDEX_MAX];
+uint32_t nameIndexSize = NAME_INDEX_SMALL;
+uint32_t nameCount;
 NameEntry *pendingNames;
 NameEntry *fileStaticNames;
 

@@ -29,8 +29,9 @@ enum KeywordClass : int32_t {
 struct KeywordEntry {
     KeywordEntry *next;
     uint16_t hash;
-    uint8_t soft;  // a keyword in call position only
-    char *name;    // owned
+    uint8_t soft;      // a keyword in call position only
+    uint8_t ownsName;  // a word of the initial vocabulary does not
+    char *name;
     KeywordClass keywordClass;
     int32_t code;
 };
@@ -51,6 +52,8 @@ KeywordEntry *findKeyword(const char *text, uint16_t hash, int length);
 // The row with exactly this name, wherever it stands; NULL if there is none.
 KeywordEntry *keywordNamed(const char *name, KeywordEntry *const *table = keywordTable);
 int removeKeyword(const char *name, uint16_t hash, KeywordEntry **table);  // the newest row; 0, -1
+// Takes the newest row of the name out of the language, for this program and all that follow.
+void withdrawKeyword(const char *name);
 void saveKeywords();
 void restoreKeywords();
 void hideRestrictedKeywords();

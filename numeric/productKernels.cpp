@@ -11,6 +11,7 @@
 #include "expr/scalarFamilies.h"
 #include "numeric/elementTypes.h"
 #include "numeric/independent.h"
+#include "platform/processor.h"
 
 namespace zy {
 
@@ -151,9 +152,9 @@ void tiles128(T *to, const T *left, const T *right, ProductSize size) {
 template <class T>
 void tiledProduct(T *to, const T *left, const T *right, ProductSize size) {
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx512f"))
+    if (platform::hasVectors512())
         return tiles512(to, left, right, size);
-    if (__builtin_cpu_supports("avx2"))
+    if (platform::hasVectors256())
         return tiles256(to, left, right, size);
 #endif
     tiles128(to, left, right, size);

@@ -8,6 +8,7 @@
 #include "platform/files.h"
 #include "platform/library.h"
 #include "platform/lock.h"
+#include "platform/processor.h"
 #include "platform/signals.h"
 #include "platform/store.h"
 #include "platform/user.h"
