@@ -12,6 +12,7 @@ bool inFunctionFile;
 int declarationDepth;
 int structCounter;
 const OpenBody *innermostBody;
+RecordPool<TypeInfo, 192> typeRecords;
 TypeInfo *retiredTags;
 
 void resetDeclState() {

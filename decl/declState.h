@@ -2,6 +2,7 @@
 #pragma once
 
 #include "decl/structInfo.h"
+#include "instance/recordPool.h"
 
 namespace zy {
 
@@ -32,6 +33,7 @@ struct OpenBody {
     const OpenBody *outer;
 };
 extern const OpenBody *innermostBody;
+extern RecordPool<TypeInfo, 192> typeRecords;  // the built-in symbols of an instance fit a block
 extern TypeInfo *retiredTags;  // linked through `next`; releaseRetiredTags() releases them
 
 void resetDeclState();

@@ -3,24 +3,27 @@
 
 #include "decl/typeInfo.h"
 
-#include <cstdlib>
-
 #include "decl/declState.h"
 #include "decl/structInfo.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
+#include "instance/report.h"
 
 namespace zy {
 
 TypeInfo *newTypeInfo() {
-    auto *info = static_cast<TypeInfo *>(allocOrFail(sizeof(TypeInfo)));
-    if (info) {
-        *info = TypeInfo{};
-        info->level = FILE_LEVEL;
-        info->dataType = DT_INT;
+    TypeInfo *info = takeRecord(typeRecords);
+    if (!info) {
+        reportOutOfMemory();
+        return nullptr;
     }
+    *info = TypeInfo{};
+    info->level = FILE_LEVEL;
+    info->dataType = DT_INT;
     return info;
 }
+
+void releaseTypeRecords() { releasePool(typeRecords); }
 
 namespace {
 
@@ -67,7 +70,7 @@ void releaseRecord(TypeInfo *info) {
     releaseBodyOf(info);
     deleteNode(info->functionLink);  // or the constant
     releaseCellOf(info);
-    free(info);
+    giveRecord(typeRecords, info);
 }
 
 }  // namespace

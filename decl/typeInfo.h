@@ -106,6 +106,8 @@ void releaseTypeInfoList(TypeInfo *list);
 // The tags of structs and classes outlive the records around them, until this call: the release of
 // an object asks its class for the texts in it.
 void releaseRetiredTags();
+// All records back to the heap; the instance ends.
+void releaseTypeRecords();
 
 // The data type as an expression sees it: an array kind gives an array type, a function kind the
 // function or pointer to function. DT_UNDEFINED for NULL.

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "decl/typeInfo.h"
 #include "embed/kernel.h"
 #include "embed/lifecycle.h"
 #include "embed/scriptDriver.h"
@@ -110,6 +111,7 @@ void cleanMemory() {
         zy::envRelease();
     zy::releaseTokens();
     zy::releaseStartup();
+    zy::releaseTypeRecords();
     zy::releaseFreeBlocks();
     zy::releaseFileNames();
     zy::releaseLangState();

@@ -33,6 +33,15 @@ void clearIndex(uint32_t newSize) {
     nameIndexSize = newSize;
 }
 
+// The newest of one spelling is met first.
+void enlargeIndex() {
+    clearIndex(NAME_INDEX_MAX);
+    for (NameEntry *entry : nameTable)
+        for (; entry; entry = entry->next)
+            if (NameEntry *&known = indexed(entry->text, entry->hash); !known)
+                known = entry;
+}
+
 void linkName(NameEntry *entry) {
     NameEntry *&head = nameTable[bucketOf(*entry->text)];
     entry->prev = nullptr;
@@ -41,7 +50,7 @@ void linkName(NameEntry *entry) {
         head->prev = entry;
     head = entry;
     if (++nameCount > nameIndexSize / 2 && nameIndexSize < NAME_INDEX_MAX)
-        clearIndex(NAME_INDEX_MAX);
+        enlargeIndex();
     indexed(entry->text, entry->hash) = entry;
 }
 
@@ -50,7 +59,7 @@ void unlinkName(NameEntry *entry, NameEntry *&head) {
     if (entry->next)
         entry->next->prev = entry->prev;
     if (NameEntry *&known = indexed(entry->text, entry->hash); known == entry)
-        known = nullptr;
+        known = &forgottenName;
     nameCount--;
 }
 
@@ -70,7 +79,7 @@ NameEntry *lookupHashedName(const char *text, uint16_t hash) {
         return entry->hash == hash && !entry->hidden && strcmp(entry->text, text) == 0;
     };
     NameEntry *&known = indexed(text, hash);
-    if (known && matches(known))
+    if (!known || matches(known))
         return known;
     NameEntry *entry = findName(text, matches);
     if (entry)

@@ -19,13 +19,15 @@ struct NameEntry {
 };
 
 extern NameEntry *nameTable[BUCKET_COUNT];
-// The entry that a look-up last found for some spellings: a bucket of a large program is long. A
-// small program, and the start of each instance, touch a part of the index only.
+// The entry that was last added or found of some spellings: a bucket of a large program is long.
+// NULL says that no such name is in the table. A small program, and the start of each instance,
+// touch a part of the index only.
 constexpr uint32_t NAME_INDEX_MAX = 4096;
 constexpr uint32_t NAME_INDEX_SMALL = 512;
 extern NameEntry *nameIndex[NAME_INDEX_MAX];
 extern uint32_t nameIndexSize;
 extern uint32_t nameCount;
+extern NameEntry forgottenName;  // stands in the index for one that has been removed: hidden
 extern NameEntry *pendingNames;  // see hideFileNames()
 extern NameEntry *fileStaticNames;
 

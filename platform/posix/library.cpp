@@ -4,7 +4,9 @@
 
 namespace zy::platform {
 
-void *loadLibrary(const char *path) { return dlopen(path, RTLD_NOW | RTLD_LOCAL); }
+// Lazily: an instance calls a third of what its copy imports, and what is missing in the system's
+// libraries is found at once all the same, by the version of its name.
+void *loadLibrary(const char *path) { return dlopen(path, RTLD_LAZY | RTLD_LOCAL); }
 
 void *findSymbol(void *library, const char *name) { return dlsym(library, name); }
 

@@ -3,8 +3,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <vector>
+#include <climits>
 
 namespace zy::platform {
 
@@ -12,9 +11,9 @@ const char *const lastResortHome = "/";
 const char *const programFolders = "/usr/local/sbin;/usr/local/bin;/usr/sbin;/usr/bin;/sbin;/bin;";
 
 std::string accountHomeFolder() {
-    std::vector<char> buffer(16384);  // a whole account record; the system's own limit is smaller
+    char buffer[16384];  // a whole account record; the system's own limit is smaller
     passwd record, *found = nullptr;
-    if (getpwuid_r(getuid(), &record, buffer.data(), buffer.size(), &found) != 0 || !found)
+    if (getpwuid_r(getuid(), &record, buffer, sizeof buffer, &found) != 0 || !found)
         return "";
     return found->pw_dir ? found->pw_dir : "";
 }
@@ -28,9 +27,8 @@ std::string machineName() {
 }
 
 std::string currentFolder() {
-    std::error_code failed;
-    std::filesystem::path folder = std::filesystem::current_path(failed);
-    return failed ? "" : folder.string();
+    char folder[2 * PATH_MAX];  // the system's limit is about paths that are handed to it
+    return getcwd(folder, sizeof folder) ? folder : "";
 }
 
 }  // namespace zy::platform
