@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <unordered_set>
 
+#include "decl/funcInfo.h"
 #include "expr/freeBlocks.h"
 #include "expr/nodes.h"
 #include "expr/scope.h"
@@ -24,6 +25,8 @@ void unlinkContext(ExecContext *&head, ExecContext *ExecContext::*next, ExecCont
 }
 
 void freeContext(ExecContext *context) {
+    if (context->spareFrame)
+        freeNumberFrame(context->spareFrame);
     free(context->resumeStatus);
     free(context);
 }
@@ -50,22 +53,52 @@ void releaseFramesAbove(int level) {
 
 }  // namespace
 
-ExecContext *newContext() {
+namespace {
+
+// A blank one on allContexts.
+ExecContext *takeContext() {
     auto *context = static_cast<ExecContext *>(takeBlock(freeContexts));
-    unsigned char *phases = context ? context->resumeStatus : nullptr;
-    if (!context)
+    if (!context) {
         context = static_cast<ExecContext *>(allocOrFail(sizeof(ExecContext)));
-    if (!context)
-        return nullptr;
+        if (!context)
+            return nullptr;
+        context->resumeStatus = nullptr;
+        context->spareFrame = nullptr;
+    }
+    unsigned char *buffer = context->resumeStatus;
+    ScopeFrame *frame = context->spareFrame;
     *context = {};
-    context->resumeStatus = phases;
+    context->resumeStatus = buffer;
+    context->spareFrame = frame;
     context->allNext = allContexts;
     allContexts = context;
-    if (const ExecContext *creator = currentContext) {
-        context->frames = creator->frames;
-        context->level = creator->frames ? creator->frames->level + 1 : 0;
-        context->priority = creator->priority;
-    }
+    return context;
+}
+
+}  // namespace
+
+ExecContext *newContext() {
+    ExecContext *context = takeContext();
+    const ExecContext *creator = currentContext;
+    if (!context || !creator)
+        return context;
+    context->frames = creator->frames;
+    context->level = creator->frames ? creator->frames->level + 1 : 0;
+    context->priority = creator->priority;
+    return context;
+}
+
+ExecContext *newCallContext(FuncInfo *function) {
+    ExecContext *context = takeContext();
+    if (!context)
+        return nullptr;
+    context->isCall = 1;
+    context->state = 1;
+    context->priority = currentContext->priority;
+    context->caller = currentContext;
+    context->function = function;
+    context->level = function->parameterLevel;
+    context->statement = function->body;
     return context;
 }
 
@@ -84,7 +117,8 @@ void releaseContext(ExecContext *context) {
     unlinkContext(allContexts, &ExecContext::allNext, context);
     unlinkContext(readyQueue, &ExecContext::readyNext, context);
     releaseStack(context);
-    releaseVarArgs(context->varArgs);
+    if (context->varArgs)
+        releaseVarArgs(context->varArgs);
     if (!giveBlock(freeContexts, context))
         freeContext(context);
 }

@@ -16,6 +16,8 @@ constexpr uint8_t VAR_ARG_TEXT = 3;
 // A context that inherits frames, level and priority from the current one. It doesn't become
 // current. NULL after a message if memory is exhausted.
 ExecContext *newContext();
+// The same for a call of a function by the current context, without frames.
+ExecContext *newCallContext(FuncInfo *function);
 // Unlinks it everywhere and releases it with its value stack, not its frames.
 void releaseContext(ExecContext *context);
 

@@ -87,6 +87,43 @@ ScopeFrame *newScopeFrame(void *owner, bool isFunction) {
     return frame;
 }
 
+namespace {
+
+ScopeFrame *newFrameWithChunk() {
+    ScopeFrame *frame = newEmptyFrame();
+    if (frame && !frame->chunks[0])
+        frame->chunks[0] = newChunk();
+    return frame;
+}
+
+}  // namespace
+
+ScopeFrame *newNumberFrame(ExecContext *context) {
+    ScopeFrame *frame = context->spareFrame ? context->spareFrame : newFrameWithChunk();
+    if (!frame || !frame->chunks[0])
+        return nullptr;
+    context->spareFrame = nullptr;
+    frame->outer = context->frames;
+    frame->key = frameKeys += uint64_t{1} << 16;
+    frame->isFunction = true;
+    frame->level = context->level;
+    frame->owner = context->function;
+    return frame;
+}
+
+void keepNumberFrame(ExecContext *context) {
+    ScopeFrame *frame = context->frames;
+    context->frames = frame->outer;
+    frame->slotCount = 0;
+    context->spareFrame = frame;
+}
+
+void freeNumberFrame(ScopeFrame *frame) {
+    for (VarCell *cell : frame->chunks[0]->cells)
+        free(cell);
+    freeFrame(frame);
+}
+
 bool setSlot(ScopeFrame *frame, int slot, VarCell *cell) {
     if (slot >= SLOT_MAX) {
         parseError("too many variables in one scope");

@@ -103,6 +103,11 @@ void allocateStaticCell(TypeInfo *symbol);
 // isn't linked anywhere. NULL after a message if memory is exhausted.
 ScopeFrame *newScopeFrame(void *owner, bool isFunction);
 void releaseFrame(ScopeFrame *frame);  // with its cells, in slot order
+// The frame of a call whose formals are plain numbers, ten at most; a kept one has the cells of its
+// last use. The call's end keeps it with the context.
+ScopeFrame *newNumberFrame(ExecContext *context);
+void keepNumberFrame(ExecContext *context);
+void freeNumberFrame(ScopeFrame *frame);
 // Puts a cell into a slot of a frame, which then owns it. False if it can't; the cell stays the
 // caller's.
 bool setSlot(ScopeFrame *frame, int slot, VarCell *cell);

@@ -120,8 +120,9 @@ struct ExecContext {
     uint16_t phase;  // how far the current statement has got; 0: not started
     int16_t priority;
     uint8_t isCall;
+    uint8_t hasSavedProgress;  // resumeStatus has the callers' (stmt/callPlan.h)
     uint32_t state;  // 0 new, 1 running, 2 ready, 3 waiting, 6 for children, 7 for a call
-    unsigned char *resumeStatus;  // phases that the statements held when the call began
+    unsigned char *resumeStatus;  // a buffer that is kept with the context
     ExprNode *varArgs;            // copies of the arguments that went to ...
     ScopeFrame *frames;           // innermost first
     StmtNode *statement;          // NULL ends the statement loop
@@ -130,6 +131,7 @@ struct ExecContext {
     ExecContext *caller;
     FuncInfo *function;  // NULL at top level
     void *join;
+    ScopeFrame *spareFrame;  // of one that waits for its next call, with cells of numbers
 };
 
 // The activation that runs. Read anew after anything that can call.

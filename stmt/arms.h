@@ -28,6 +28,9 @@ void leaveBlocks(StmtNode *block, const StmtNode *outer);
 // Progress of a statement.
 enum LoopProgress : unsigned char { NOT_STARTED, CONDITION_DUE, VALUE_STANDS };
 
+// The progress fields of the compound statements of a body.
+std::vector<unsigned char *> progressFields(StmtNode *body);
+
 // foreach: the next token for a loop whose body has ended, and the end of one that is left.
 void advanceForeach(ExecContext *context, StmtNode *statement, const char *failure);
 void abandonForeach(ExecContext *context, StmtNode *statement);

@@ -45,21 +45,24 @@ Value *valueOfArgument(ExprNode *cell, bool &popped) {
     return value;
 }
 
-VarCell *newNumberArgument(int type, const Value *value) {
-    VarCell *cell = newVarCell(type);
-    if (!cell || !value)
-        return cell;
-    if (static_cast<int>(value->type) == type)
+// The frame of a call may have the slot's cell from its last use.
+void passNumber(ScopeFrame *frame, int slot, int type, const Value *value) {
+    SlotChunk *first = frame->chunks[0];
+    VarCell *cell = first && slot < SLOTS_PER_CHUNK ? first->cells[slot] : nullptr;
+    if (!cell)
+        cell = newVarCell(type);
+    fillSlot(frame, slot, cell);
+    cell->type = type;
+    if (!value)
+        cell->data = {};
+    else if (static_cast<int>(value->type) == type) [[likely]]
         cell->data = value->payload;
     else
         storeInCell(cell, value);
-    return cell;
 }
 
 // A cell for a formal with the value, converted as an assignment converts it.
 VarCell *newArgument(TypeInfo *formal, Value *value) {
-    if (formal->kind == KIND_SIMPLE && isReal(formal->dataType))
-        return newNumberArgument(formal->dataType, value);
     VarCell *cell = newVarCell(formal->dataType);
     initCell(cell, formal, isByReference(formal) ? int{KIND_SIMPLE} : formal->kind);
     if (value && !passText(cell, value) && !passElements(cell, value))
@@ -96,20 +99,29 @@ VarCell *newReference(TypeInfo *formal, ExprNode *cell) {
     return link;
 }
 
-VarCell *newFormal(TypeInfo *formal, ExprNode *cell) {
-    if (isByReference(formal))
-        return newReference(formal, cell);
-    bool isArray = isArrayFormal(formal);
-    TypeInfo *variable = isArray && takesArrayCell(formal) ? variableOf(cell->item) : nullptr;
-    if (variable)
-        return newArrayArgument(formal, findVarCell(variable));
-    bool popped;
-    Value *value = valueOfArgument(cell, popped);
-    VarCell *argument =
-        isArray && value ? newArrayArgument(formal, value) : newArgument(formal, value);
-    if (value && popped)
-        deleteValue(value);
-    return argument;
+// A formal with the value that was computed for it, NULL for none.
+void passValue(ScopeFrame *frame, int slot, TypeInfo *formal, Value *value) {
+    if (isNumberFormal(formal))
+        passNumber(frame, slot, formal->dataType, value);
+    else if (value && isArrayFormal(formal))
+        setSlot(frame, slot, newArrayArgument(formal, value));
+    else
+        setSlot(frame, slot, newArgument(formal, value));
+}
+
+void passArgument(ScopeFrame *frame, int slot, TypeInfo *formal, ExprNode *cell) {
+    TypeInfo *variable = takesArrayCell(formal) ? variableOf(cell->item) : nullptr;
+    if (isByReference(formal)) {
+        setSlot(frame, slot, newReference(formal, cell));
+    } else if (variable) {
+        setSlot(frame, slot, newArrayArgument(formal, findVarCell(variable)));
+    } else {
+        bool popped;
+        Value *value = valueOfArgument(cell, popped);
+        passValue(frame, slot, formal, value);
+        if (value && popped)
+            deleteValue(value);
+    }
 }
 
 void warnOfMissing(const TypeInfo *callee) {
@@ -128,38 +140,40 @@ TypeInfo *passThis(ScopeFrame *frame, TypeInfo *formal) {
     return formal->next;
 }
 
-// Arguments that are computed here, the last one first. Whether each formal got one.
-bool passNumbers(ScopeFrame *frame, TypeInfo *formal, ExprNode *actual, int slot) {
-    if (!formal || !actual)
-        return !formal;
-    bool complete = passNumbers(frame, formal->next, actual->next, slot + 1);
+// Arguments that are computed here, the last one first.
+void passComputed(ScopeFrame *frame, int slot, TypeInfo *formal, ExprNode *actual) {
+    if (formal->next && actual->next)
+        passComputed(frame, slot + 1, formal->next, actual->next);
     noteDirectSteps(actual->item);
     Value value;
     actual->number(actual->item, &value);
-    fillSlot(frame, slot, newArgument(formal, &value));
-    return complete;
+    passValue(frame, slot, formal, &value);
 }
 
 }  // namespace
 
 // Other arguments lie on the stack, the first on top.
-void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
+ExprNode *passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual) {
     int slot = 0;
-    TypeInfo *first = callee->functionLink->parameters;
+    TypeInfo *formal = callee->functionLink->parameters;
     if (callee->flags & FLAG_MEMBER_FUNCTION) {
-        first = passThis(frame, first);
+        formal = passThis(frame, formal);
         slot = 1;
     }
-    bool computed = actual && actual->number;
-    if (computed && passNumbers(frame, first, actual, slot))
-        return;
-    for (TypeInfo *formal = first; formal; formal = formal->next, slot++) {
-        if (!actual)
+    bool computed = actual && actual->number && formal;
+    if (computed)
+        passComputed(frame, slot, formal, actual);
+    for (; formal; formal = formal->next, slot++) {
+        if (!actual) {
             warnOfMissing(callee);
-        if (!actual || !computed)
-            setSlot(frame, slot, actual ? newFormal(formal, actual) : newArgument(formal, nullptr));
-        actual = actual ? actual->next : nullptr;
+            passValue(frame, slot, formal, nullptr);
+            continue;
+        }
+        if (!computed)
+            passArgument(frame, slot, formal, actual);
+        actual = actual->next;
     }
+    return actual;
 }
 
 // What goes to `...`, kept with the callee's context.
@@ -196,23 +210,6 @@ void dropActuals(ExprNode *actual) {
         if (value && popped)
             deleteValue(value);
     }
-}
-
-namespace {
-
-const TypeInfo *firstFormal(const FuncInfo *function) {
-    if (!hasParameters(function))
-        return nullptr;
-    bool isMember = function->owner && (function->owner->flags & FLAG_MEMBER_FUNCTION);
-    return isMember ? function->parameters->next : function->parameters;
-}
-
-}  // namespace
-
-ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function) {
-    for (const TypeInfo *formal = firstFormal(function); formal && actual; formal = formal->next)
-        actual = actual->next;
-    return actual;
 }
 
 }  // namespace zy

@@ -10,11 +10,13 @@ namespace zy {
 // A parameter list of `void` alone is no parameter.
 bool hasParameters(const FuncInfo *function);
 bool isByReference(const TypeInfo *formal);
+// Whether the cell of a formal takes a plain number by value.
+inline bool isNumberFormal(const TypeInfo *formal) {
+    return formal->kind == KIND_SIMPLE && isReal(formal->dataType);
+}
 
-// Fills the frame of a function with the list of arguments.
-void passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual);
-// The arguments behind those that formals take.
-ExprNode *afterFormals(ExprNode *actual, const FuncInfo *function);
+// Fills the frame of a function with the list of arguments. Gives those that no formal took.
+ExprNode *passArguments(ScopeFrame *frame, TypeInfo *callee, ExprNode *actual);
 // What goes to `...`: a list for the callee's context.
 ExprNode *collectVarArgs(ExprNode *actual);
 // The end of arguments that nothing takes.

@@ -22,7 +22,7 @@
 #include "stmt/arms.h"
 #include "stmt/arrayArguments.h"
 #include "stmt/callArguments.h"
-#include "stmt/execute.h"
+#include "stmt/callPlan.h"
 #include "stmt/functionName.h"
 #include "stmt/textArguments.h"
 
@@ -114,51 +114,52 @@ ScopeFrame *framesOfDefinition(const TypeInfo *callee, ScopeFrame *callers) {
     return frame;
 }
 
-}  // namespace
+// The frame of the parameters. Gives the arguments that are left for `...`.
+ExprNode *enterParameters(ExecContext *context, const CallPlan *plan, TypeInfo *callee,
+                          ExprNode *actual) {
+    ScopeFrame *frame =
+        plan->takesNumbers ? newNumberFrame(context) : newScopeFrame(callee->functionLink, true);
+    ExprNode *rest = passArguments(frame, callee, actual);
+    frame->outer = context->frames;
+    context->frames = frame;
+    return rest;
+}
 
-namespace {
+int refuseUndefined(const TypeInfo *callee, ExprNode *node) {
+    if (isMemberFunction(callee))
+        runError("member function '::%s()' not defined", shownName(callee));
+    else if (strcmp(shownName(callee), "main") == 0)
+        runError("function main() not defined");
+    else
+        runError("function '%s()' not defined", shownName(callee));
+    dropActuals(node->right);
+    return failMember(callee, callee->functionLink->returnType);
+}
 
 int enterFunction(TypeInfo *callee, ExprNode *node) {
     FuncInfo *function = callee->functionLink;
-    if (!function->body) {
-        if (isMemberFunction(callee))
-            runError("member function '::%s()' not defined", shownName(callee));
-        else if (strcmp(shownName(callee), "main") == 0)
-            runError("function main() not defined");
-        else
-            runError("function '%s()' not defined", shownName(callee));
-        dropActuals(node->right);
-        return failMember(callee, function->returnType);
-    }
+    if (!function->body) [[unlikely]]
+        return refuseUndefined(callee, node);
     if ((callee->flags & FLAG_CONSTRUCTOR) && classContext->object)
         constructMembers(classContext->object, callee->structLink, callee->structLink->members);
-    ExecContext *caller = currentContext, *context = newContext();
-    if (!context)
+    ExecContext *caller = currentContext, *context = newCallContext(function);
+    if (!context) [[unlikely]]
         return failMember(callee, function->returnType);
-    context->isCall = 1;
-    context->state = 1;
-    context->caller = caller;
-    context->function = function;
-    context->level = function->parameterLevel;
-    context->statement = function->body;
+    CallPlan *plan = callPlanOf(function);
     context->frames = framesOfDefinition(callee, caller->frames);
-    setFunctionName(callee);
-    if (hasParameters(function)) {
-        ScopeFrame *frame = newScopeFrame(function, true);
-        passArguments(frame, callee, node->right);
-        frame->outer = context->frames;
-        context->frames = frame;
-    }
-    ExprNode *rest = afterFormals(node->right, function);
+    setFunctionName(plan);
+    ExprNode *rest = node->right;
+    if (plan->hasParameters)
+        rest = enterParameters(context, plan, callee, rest);
     if (function->variadic)
         context->varArgs = collectVarArgs(rest);
-    else
+    else if (rest)
         dropActuals(rest);
     caller->state = 7;
     // The evaluator steps to the node behind the one that runs; the caller is already there.
     caller->chain = node->next;
     currentContext = context;
-    saveStatementPhases(context, function->body);
+    beginActivation(context, plan);
     return 0;
 }
 
@@ -196,20 +197,22 @@ void writeBack(const FuncInfo *function, const ScopeFrame *frame) {
     }
 }
 
-void releaseParameters(ExecContext *context) {
-    if (!hasParameters(context->function))
-        return;
-    writeBack(context->function, context->frames);
-    popFrame();
+void releaseParameters(ExecContext *context, const CallPlan *plan) {
+    if (plan->takesNumbers) {
+        keepNumberFrame(context);
+    } else if (plan->hasParameters) {
+        writeBack(context->function, context->frames);
+        popFrame();
+    }
 }
 
 // The context's end; its caller becomes current.
-void releaseCall(ExecContext *context) {
+void releaseCall(ExecContext *context, CallPlan *plan) {
     ExecContext *caller = context->caller;
-    restoreStatementPhases(context, context->function->body);
+    endActivation(context, plan);
     releaseContext(context);
     currentContext = caller;
-    setFunctionName(caller->function ? caller->function->owner : nullptr);
+    setFunctionName(caller->function ? callPlanOf(caller->function) : nullptr);
 }
 
 // The value of a return, which the caller owns; NULL for none.
@@ -279,11 +282,19 @@ bool runsOnObject(const FuncInfo *function) {
     return classContext && classContext->thisFormal && classContext->member == function->owner;
 }
 
-// The frames of the function's blocks, from the innermost outward.
-void releaseBlocks(ExecContext *context) {
-    while (context->frames && !context->frames->isFunction &&
-           context->frames->level > context->function->parameterLevel)
-        popFrame();
+bool isInBlock(const ExecContext *context) {
+    const ScopeFrame *frame = context->frames;
+    return frame && !frame->isFunction && frame->level > context->function->parameterLevel;
+}
+
+// What a function leaves behind on every road out of it, once its blocks are gone.
+void endCall(ExecContext *context, CallPlan *plan) {
+    releaseParameters(context, plan);
+    if (context->stack)
+        leaveForeachs(context, {});
+    if (runsOnObject(context->function))
+        leaveObject();
+    releaseCall(context, plan);
 }
 
 }  // namespace
@@ -291,16 +302,15 @@ void releaseBlocks(ExecContext *context) {
 void returnFromFunction() {
     ExecContext *context = currentContext, *caller = context->caller;
     FuncInfo *function = context->function;
+    CallPlan *plan = callPlanOf(function);
     Value *value = resultOf(function, context->statement);
     value->next = caller->stack;
     caller->stack = value;
-    releaseBlocks(context);
-    keepReturnedText(function, context->frames, value);
-    releaseParameters(context);
-    leaveForeachs(context, {});
-    if (runsOnObject(function))
-        leaveObject();
-    releaseCall(context);
+    while (isInBlock(context))
+        popFrame();
+    if (!plan->takesNumbers)
+        keepReturnedText(function, context->frames, value);
+    endCall(context, plan);
     caller->state = 1;
 }
 
@@ -308,19 +318,14 @@ void leaveFunction(bool withDestructors) {
     if (wantsEvent(EVENT_FUNCTION_EXIT))
         deliverEvent(EVENT_FUNCTION_EXIT);
     ExecContext *context = currentContext;
-    while (context->frames && !context->frames->isFunction &&
-           context->frames->level > context->function->parameterLevel) {
+    while (isInBlock(context)) {
         if (withDestructors)
             runDestructors(static_cast<StmtNode *>(context->frames->owner)->operandC.symbols);
         popFrame();
     }
     if (withDestructors)
         runDestructors(context->function->parameters);
-    releaseParameters(context);
-    leaveForeachs(context, {});
-    if (runsOnObject(context->function))
-        leaveObject();
-    releaseCall(context);
+    endCall(context, callPlanOf(context->function));
 }
 
 }  // namespace zy

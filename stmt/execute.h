@@ -20,12 +20,6 @@ struct JumpRecord {
 // runs, whose caller saves `executing`, `statement` and `chain`.
 void runStatements(bool debug);
 
-// Saves the progress of the compound statements of a function's body behind resumeStatus and clears
-// it; a call does it for the callee's activation, the return puts it back.
-void saveStatementPhases(ExecContext *context, StmtNode *body);
-void restoreStatementPhases(ExecContext *context, StmtNode *body);
-void releasePhaseList(StmtNode *body);  // what the first of them made
-
 // Cells (stmt/runState.cpp).
 extern bool stepMode;       // the debugger's single-stepping is on
 extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
@@ -38,9 +32,6 @@ extern int pendingJumpDepth;  // of the run that is to take it up
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;
 extern VarCell *functionNameCell;
-// The text of __func__ in a member function.
-constexpr size_t MEMBER_NAME_SIZE = 512;
-extern char memberFunctionName[MEMBER_NAME_SIZE];
 
 // A jump that has ended a nested run: the run around it, of that depth, goes on with it. False if
 // none waits for this run, or if the jump ends this run, too.

@@ -1,17 +1,14 @@
-// __func__ is a cell of the base frame. A plain function's name lives as long as the instance, so
-// the cell points to it; that of a member function is put together in a buffer.
+// __func__ is a cell of the base frame, which points to the name in the plan of the running
+// function.
 
 #include "stmt/functionName.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "decl/funcInfo.h"
 #include "decl/structInfo.h"
 #include "expr/members.h"
-#include "expr/scope.h"
 #include "front/names.h"
-#include "stmt/execute.h"
 
 namespace zy {
 
@@ -28,26 +25,19 @@ const char *className(const TypeInfo *function) {
     return info && info->tag && info->tag->name ? plainTag(info->tag->name->text) : "";
 }
 
-const char *fullName(const TypeInfo *function) {
-    if (!function)
-        return "";
-    if (!(function->flags & FLAG_MEMBER_FUNCTION))
-        return shownName(function);
-    snprintf(memberFunctionName, MEMBER_NAME_SIZE, "%s::%s", className(function),
-             shownName(function));
-    return memberFunctionName;
-}
-
 }  // namespace
 
-void setFunctionName(const TypeInfo *function) {
+std::string fullName(const TypeInfo *function) {
+    bool isMember = function->flags & FLAG_MEMBER_FUNCTION;
+    return isMember ? std::string(className(function)) + "::" + shownName(function)
+                    : shownName(function);
+}
+
+VarCell *findFunctionNameCell() {
     constexpr int functionNameSlot = 76;
-    if (functionNameFrame != baseFrame) {
-        functionNameFrame = baseFrame;
-        functionNameCell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr;
-    }
-    if (functionNameCell)
-        functionNameCell->data.text = const_cast<char *>(fullName(function));
+    functionNameFrame = baseFrame;
+    functionNameCell = baseFrame ? slotOf(baseFrame, functionNameSlot) : nullptr;
+    return functionNameCell;
 }
 
 }  // namespace zy

@@ -17,7 +17,9 @@
 #include "front/vocabularySwitches.h"
 #include "instance/langState.h"
 #include "startup/predefinedMacros.h"
+#include "stmt/callPlan.h"
 #include "stmt/execute.h"
+#include "stmt/functionName.h"
 #include "stmt/lists.h"
 #include "stmt/objectLife.h"
 #include "stmt/parseStack.h"
@@ -82,7 +84,7 @@ void releaseBlock(StmtNode *block) {
     releaseStatements(block->operandA.statement);
     releaseTypeList(block->operandC.symbols);
     releaseTags(block->operandD.tags);
-    releasePhaseList(block);
+    releaseCallPlan(block);
 }
 
 void releaseLoop(StmtNode *statement) {
@@ -185,6 +187,7 @@ bool hasGlobalObjects() {
 void releaseProgram() {
     releaseProgramStorage();
     releaseFunctionFiles();
+    setFunctionName(nullptr);
     functionNameFrame = nullptr;
     forgetStaticObjects();
     if (!rootStmt)

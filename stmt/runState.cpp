@@ -15,6 +15,5 @@ int pendingJumpDepth;
 
 const ScopeFrame *functionNameFrame;
 VarCell *functionNameCell;
-char memberFunctionName[MEMBER_NAME_SIZE];
 
 }  // namespace zy
