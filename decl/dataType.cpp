@@ -4,8 +4,10 @@
 
 #include "decl/dataType.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <string_view>
 
 #include "instance/report.h"
 
@@ -14,7 +16,7 @@ namespace zy {
 namespace {
 
 struct TypeRow {
-    const char *text = "";
+    char text[44] = "";  // in the row: the loader has no addresses to fill in for each instance
     int16_t size = 0;
     int16_t pointer = DT_UNDEFINED;  // the code one band up
     int16_t target = DT_UNDEFINED;   // the code one band down
@@ -22,6 +24,10 @@ struct TypeRow {
 using TypeTable = std::array<TypeRow, DATA_TYPE_COUNT>;
 
 constexpr int POINTER_SIZE = 8;
+
+constexpr void setText(TypeRow &row, std::string_view text) {
+    std::copy(text.begin(), text.end(), row.text);
+}
 
 constexpr void linkBands(TypeTable &table, int lower, int upper) {
     if (upper < 0)
@@ -35,7 +41,7 @@ constexpr void addBaseType(TypeTable &table, const std::array<int, 4> &codes, in
     table[codes[0]].size = size;
     for (int band = 0; band < 4; band++) {
         if (codes[band] >= 0)
-            table[codes[band]].text = texts[band];
+            setText(table[codes[band]], texts[band]);
         if (band > 0)
             linkBands(table, codes[band - 1], codes[band]);
     }
@@ -56,9 +62,9 @@ constexpr TypeTable makeTypeTable() {
 #define ZY_BASE_TYPE(name, base, p, pp, ppp, size, text, text1, text2, text3) \
     addBaseType(table, {base, p, pp, ppp}, size, {text, text1, text2, text3});
 #define ZY_MOTION_TYPE(name, code, bytes, words) \
-    table[code].text = words;                    \
+    setText(table[code], words);                 \
     table[code].size = bytes;
-#define ZY_MARKER_TYPE(name, code, words) table[code].text = words;
+#define ZY_MARKER_TYPE(name, code, words) setText(table[code], words);
 #include "decl/dataTypes.inc"
 #undef ZY_BASE_TYPE
 #undef ZY_MOTION_TYPE

@@ -2,7 +2,8 @@
 
 namespace zy {
 
-ZyCopySlot copyTable[MAX_COPIES];
+alignas(64)
+    ZyCopySlot copyTable[MAX_COPIES];  // apart from small cells: an instance has no use for it
 int32_t copyCount;
 std::atomic<int32_t> liveCount;
 

@@ -365,12 +365,14 @@ constexpr Row rows[] = {
 #undef ARITHMETIC
 #undef INTEGERS
 
-constexpr auto makers = [] {
-    std::array<Maker, OPERATOR_COUNT> table{};
-    for (const Row &row : rows)
-        table[row.op] = row.make;
+// The number of an operator's row, from 1 on; 0 for those that have none.
+constexpr auto rowNumbers = [] {
+    std::array<uint8_t, OPERATOR_COUNT> table{};
+    for (size_t i = 0; i < std::size(rows); i++)
+        table[rows[i].op] = static_cast<uint8_t>(i + 1);
     return table;
 }();
+static_assert(std::size(rows) < UINT8_MAX);
 
 }  // namespace
 
@@ -380,8 +382,8 @@ DirectForm makeDirectAt(ExprNode *tree, int depth) {
     if (tree->kind == NODE_VALUE)
         return {makeLeaf(tree)};
     bool known = tree->kind == NODE_OPERATOR && tree->op >= 0 && tree->op < OPERATOR_COUNT;
-    Maker maker = known ? makers[tree->op] : nullptr;
-    return maker ? maker(tree, depth + 1) : DirectForm{};
+    int number = known ? rowNumbers[tree->op] : 0;
+    return number ? rows[number - 1].make(tree, depth + 1) : DirectForm{};
 }
 
 VarCell *findLocalCell(ExprNode *leaf, int type) {

@@ -17,16 +17,10 @@ namespace zy {
 
 namespace {
 
-struct OperatorRow {
-    int8_t arguments;
-    NodeRoutine routine;
-};
-
-constexpr auto operatorTable = [] {
-    std::array<OperatorRow, OPERATOR_COUNT> table{};
-    for (OperatorRow &row : table)
-        row = {1, undefinedOperation};
-#define ZY_OPERATOR(name, code, arguments, ...) table[code] = {arguments, __VA_ARGS__};
+constexpr auto argumentCounts = [] {
+    std::array<int8_t, OPERATOR_COUNT> table{};
+    table.fill(1);
+#define ZY_OPERATOR(name, code, arguments, ...) table[code] = arguments;
 #include "expr/operators.inc"
 #undef ZY_OPERATOR
     return table;
@@ -88,13 +82,22 @@ constexpr Precedence precedences[] = {
 }  // namespace
 
 int argumentCount(int code) {
-    int count = operatorTable[code].arguments;
+    int count = argumentCounts[code];
     return count < 0 ? ANY_ARGUMENTS : count;
 }
 
+// No table of addresses: the loader would have to fill it in anew for each instance.
 NodeRoutine operatorRoutine(int code) {
-    return code >= 0 && code < FIRST_SOURCE_OPERATOR ? operatorTable[code].routine
-                                                     : undefinedOperation;
+    if (code >= FIRST_SOURCE_OPERATOR)
+        return undefinedOperation;
+    switch (code) {
+#define ZY_OPERATOR(name, code, arguments, ...) \
+    case code:                                  \
+        return __VA_ARGS__;
+#include "expr/operators.inc"
+#undef ZY_OPERATOR
+        default: return undefinedOperation;
+    }
 }
 
 DataType resultTypeOf(int code) {

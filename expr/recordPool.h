@@ -6,7 +6,7 @@
 
 namespace zy {
 
-constexpr int RECORDS_PER_BLOCK = 512;
+constexpr int RECORDS_PER_BLOCK = 256;
 
 struct RecordBlock {
     RecordBlock *next;

@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "decl/typeInfo.h"
-#include "expr/value.h"
+#include "instance/report.h"
 
 namespace zy {
 
@@ -63,10 +63,32 @@ void unlinkName(NameEntry *entry, NameEntry *&head) {
     nameCount--;
 }
 
+// Room for an entry and the text behind it. NULL after a message if memory is exhausted.
+NameEntry *newEntry(size_t textSize) {
+    bool pooled = textSize <= sizeof(NameRecord::text);
+    void *room = pooled ? takeRecord(namePool) : malloc(sizeof(NameEntry) + textSize);
+    if (!room) {
+        reportOutOfMemory();
+        return nullptr;
+    }
+    auto *entry = static_cast<NameEntry *>(room);
+    *entry = {};
+    entry->pooled = pooled;
+    entry->text = reinterpret_cast<char *>(entry + 1);
+    return entry;
+}
+
+void releaseEntry(NameEntry *entry) {
+    if (entry->pooled)
+        giveRecord(namePool, reinterpret_cast<NameRecord *>(entry));
+    else
+        free(entry);
+}
+
 void releaseNameList(NameEntry *&head) {
     while (NameEntry *entry = head) {
         head = entry->next;
-        free(entry);
+        releaseEntry(entry);
     }
 }
 
@@ -96,12 +118,11 @@ NameEntry *lookupNamePrefix(const char *text, uint16_t hash, int length) {
 
 NameEntry *addName(const char *text) {
     size_t size = strlen(text) + 1;
-    auto *entry = static_cast<NameEntry *>(allocOrFail(sizeof(NameEntry) + size));
+    NameEntry *entry = newEntry(size);
     if (!entry)
         return nullptr;
-    auto *copy = reinterpret_cast<char *>(entry + 1);
-    memcpy(copy, text, size);
-    *entry = {nullptr, nullptr, nameHash(text), 0, copy, nullptr};
+    memcpy(entry->text, text, size);
+    entry->hash = nameHash(text);
     linkName(entry);
     return entry;
 }
@@ -109,7 +130,7 @@ NameEntry *addName(const char *text) {
 void removeName(const char *text) {
     if (NameEntry *entry = lookupName(text)) {
         unlinkName(entry, nameTable[bucketOf(*text)]);
-        free(entry);
+        releaseEntry(entry);
     }
 }
 
@@ -155,6 +176,7 @@ void releaseNames() {
         releaseNameList(bucket);
     releaseNameList(pendingNames);
     releaseNameList(fileStaticNames);
+    releasePool(namePool);
     clearIndex(NAME_INDEX_SMALL);
     nameCount = 0;
 }

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "instance/recordPool.h"
+
 namespace zy {
 
 struct TypeInfo;
@@ -14,9 +16,17 @@ struct NameEntry {
     NameEntry *next, *prev;  // of the bucket
     uint16_t hash;
     uint8_t hidden;    // taken out of sight of scripts
-    char *text;        // behind the entry, in its heap block
+    uint8_t pooled;    // a record of namePool, not a heap block of its own
+    char *text;        // behind the entry
     TypeInfo *symbol;  // the declaration visible at file scope, or NULL
 };
+
+// An entry with a text of usual length. The names that an instance starts with fit a block.
+struct NameRecord {
+    NameEntry entry;
+    char text[24];
+};
+extern RecordPool<NameRecord, 192> namePool;
 
 extern NameEntry *nameTable[BUCKET_COUNT];
 // The entry that was last added or found of some spellings: a bucket of a large program is long.

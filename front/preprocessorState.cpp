@@ -16,7 +16,7 @@ bool directivesIdle;
 MacroEntry *macroTable[MACRO_BUCKETS];
 Expansion *expansions;
 int expansionCount, expansionRoom;
-uint16_t lineOrigins[SOURCE_LINE_MAX];
+alignas(64) uint16_t lineOrigins[SOURCE_LINE_MAX];  // apart from small cells: seldom touched
 int openMacroCalls;
 int nestedExpansions;
 

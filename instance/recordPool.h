@@ -1,9 +1,10 @@
 // record header: records of one type, carved from blocks that stay until the pool is released. A
-// record that is given back waits in the pool for the next taker, linked by its `next`. With
-// ZY_HEAP_RECORDS each record is a heap block of its own, so that sanitizers see misuse.
+// record that is given back waits in the pool for the next taker. With ZY_HEAP_RECORDS each record
+// is a heap block of its own, so that sanitizers see misuse.
 #pragma once
 
 #include <cstdlib>
+#include <new>
 
 namespace zy {
 
@@ -13,9 +14,12 @@ struct RecordPool {
         Block *next;
         Record records[perBlock];
     };
+    struct Link {
+        Link *next;
+    };
     Block *blocks;
-    Record *given;  // back
-    int carved;     // from all blocks
+    Link *given;  // back
+    int carved;   // from all blocks
 };
 
 // Its contents are anything; NULL if memory is exhausted.
@@ -26,9 +30,9 @@ Record *takeRecord(RecordPool<Record, perBlock> &pool) {
     return static_cast<Record *>(malloc(sizeof(Record)));
 #else
     using Block = typename RecordPool<Record, perBlock>::Block;
-    if (Record *record = pool.given) {
-        pool.given = record->next;
-        return record;
+    if (auto *link = pool.given) {
+        pool.given = link->next;
+        return reinterpret_cast<Record *>(link);
     }
     if (pool.carved % perBlock == 0) {
         auto *block = static_cast<Block *>(malloc(sizeof(Block)));
@@ -47,8 +51,8 @@ void giveRecord(RecordPool<Record, perBlock> &pool, Record *record) {
     static_cast<void>(pool);
     free(record);
 #else
-    record->next = pool.given;
-    pool.given = record;
+    using Link = typename RecordPool<Record, perBlock>::Link;
+    pool.given = new (record) Link{pool.given};
 #endif
 }
 

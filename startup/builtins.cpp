@@ -37,7 +37,7 @@ Text timeText(const tm &now) {
 }
 
 struct SystemVariable {
-    const char *name;
+    char name[16];
     int type;
     int slot;
 };

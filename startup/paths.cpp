@@ -36,18 +36,16 @@ bool beginsWord(const char *text, const char *at) {
 
 std::string replaceTildes(const char *text, const std::string &home) {
     std::string result;
-    for (const char *at = text; *at;) {
-        size_t length = strcspn(at + 1, " \t\n\v\r;,><&|\\/");
-        std::string name(at + 1, *at == '~' ? length : 0);
-        if (*at == '~' && beginsWord(text, at) && (name.empty() || name == userName) &&
-            !isdigit(static_cast<unsigned char>(at[1]))) {
-            result += home;
-            at += 1 + length;
-        } else {
-            result += *at++;
-        }
+    const char *at = text;
+    while (const char *tilde = strchr(at, '~')) {
+        result.append(at, tilde);
+        std::string name(tilde + 1, strcspn(tilde + 1, " \t\n\v\r;,><&|\\/"));
+        bool isHome = beginsWord(text, tilde) && (name.empty() || name == userName) &&
+                      !isdigit(static_cast<unsigned char>(tilde[1]));
+        result += isHome ? home : "~";
+        at = tilde + 1 + (isHome ? name.size() : 0);
     }
-    return result;
+    return result + at;
 }
 
 }  // namespace

@@ -115,10 +115,11 @@ void startExtensions(const SystemVariable &row, VarCell *cell) {
 
 std::string withoutBlanksBehindSemicolons(const char *text) {
     std::string result;
-    for (; *text; text++)
-        if (result.empty() || result.back() != ';' || !strchr(" \t", *text))
-            result += *text;
-    return result;
+    while (const char *semicolon = strchr(text, ';')) {
+        result.append(text, semicolon + 1);
+        text = semicolon + 1 + strspn(semicolon + 1, " \t");
+    }
+    return result + text;
 }
 
 void assignFolders(const SystemVariable &row, VarCell *cell) {
