@@ -10,7 +10,7 @@
 namespace zy {
 
 Value *valueFreeList;
-RecordBlock *recordBlocks;
+RecordPool<ExprNode, 256> valueRecords;
 int recordCount;
 
 ExecContext *currentContext;

@@ -1,19 +1,12 @@
-// Where the records of Values and nodes come from: blocks that stay until the instance ends. Only
-// expr/value.cpp uses this.
+// Where the records of Values and nodes come from. Only expr/value.cpp uses this.
 #pragma once
 
 #include "expr/value.h"
+#include "instance/recordPool.h"
 
 namespace zy {
 
-constexpr int RECORDS_PER_BLOCK = 256;
-
-struct RecordBlock {
-    RecordBlock *next;
-    ExprNode records[RECORDS_PER_BLOCK];
-};
-
-extern RecordBlock *recordBlocks;
-extern int recordCount;  // taken from the heap and not given back
+extern RecordPool<ExprNode, 256> valueRecords;
+extern int recordCount;  // taken from the pool and not given back to it
 
 }  // namespace zy

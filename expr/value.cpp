@@ -1,5 +1,5 @@
-// Records of Values and nodes, and the value stack beyond its inline operations. Records are carved
-// from blocks; nothing counts them on the way in and out, liveValueCount() looks when it is asked.
+// Records of Values and nodes, and the value stack beyond its inline operations. Nothing counts
+// records on the way in and out of the free list, liveValueCount() looks when it is asked.
 
 #include "expr/value.h"
 
@@ -13,12 +13,12 @@
 
 namespace zy {
 
-#ifdef ZY_HEAP_RECORDS
-
 Value *newRecord() {
-    auto *record = static_cast<Value *>(allocOrFail(sizeof(Value)));
-    if (!record)
+    Value *record = takeRecord(valueRecords);
+    if (!record) {
+        reportOutOfMemory();
         return nullptr;
+    }
     record->next = nullptr;
     record->link = nullptr;
     record->kind = NODE_VALUE;
@@ -27,33 +27,11 @@ Value *newRecord() {
 }
 
 void releaseRecord(Value *record) {
-    free(record);
+    giveRecord(valueRecords, record);
     recordCount--;
 }
 
-void preallocateValues(int) {}
-
-int liveValueCount() { return recordCount; }
-
-void releaseValueRecords() {}
-
-#else
-
 namespace {
-
-bool addBlock() {
-    auto *block = static_cast<RecordBlock *>(allocOrFail(sizeof(RecordBlock)));
-    if (!block)
-        return false;
-    block->next = recordBlocks;
-    recordBlocks = block;
-    recordCount += RECORDS_PER_BLOCK;
-    for (int i = RECORDS_PER_BLOCK - 1; i >= 0; i--) {
-        block->records[i].kind = NODE_VALUE;
-        recycleValue(&block->records[i]);
-    }
-    return true;
-}
 
 int freeCount() {
     int count = 0;
@@ -64,28 +42,19 @@ int freeCount() {
 
 }  // namespace
 
-Value *newRecord() { return addBlock() ? newValue() : nullptr; }
-
-void releaseRecord(Value *record) { recycleValue(record); }
-
 void preallocateValues(int count) {
-    for (int missing = count - freeCount(); missing > 0; missing -= RECORDS_PER_BLOCK)
-        if (!addBlock())
-            return;
+    for (int missing = count - freeCount(); missing > 0; missing--)
+        if (Value *record = newRecord())
+            recycleValue(record);
 }
 
 int liveValueCount() { return recordCount - freeCount(); }
 
 void releaseValueRecords() {
-    while (RecordBlock *block = recordBlocks) {
-        recordBlocks = block->next;
-        free(block);
-    }
+    releasePool(valueRecords);
     valueFreeList = nullptr;
     recordCount = 0;
 }
-
-#endif
 
 Value *newZeroValue(int type) {
     Value *value = newValue();

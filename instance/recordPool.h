@@ -18,9 +18,23 @@ struct RecordPool {
         Link *next;
     };
     Block *blocks;
-    Link *given;  // back
-    int carved;   // from all blocks
+    Link *given;          // back
+    Record *fresh, *end;  // what the newest block has left
 };
+
+// Makes a block the newest; false if memory is exhausted.
+template <class Record, int perBlock>
+bool addBlock(RecordPool<Record, perBlock> &pool) {
+    using Block = typename RecordPool<Record, perBlock>::Block;
+    auto *block = static_cast<Block *>(malloc(sizeof(Block)));
+    if (!block)
+        return false;
+    block->next = pool.blocks;
+    pool.blocks = block;
+    pool.fresh = block->records;
+    pool.end = block->records + perBlock;
+    return true;
+}
 
 // Its contents are anything; NULL if memory is exhausted.
 template <class Record, int perBlock>
@@ -29,19 +43,11 @@ Record *takeRecord(RecordPool<Record, perBlock> &pool) {
     static_cast<void>(pool);
     return static_cast<Record *>(malloc(sizeof(Record)));
 #else
-    using Block = typename RecordPool<Record, perBlock>::Block;
     if (auto *link = pool.given) {
         pool.given = link->next;
         return reinterpret_cast<Record *>(link);
     }
-    if (pool.carved % perBlock == 0) {
-        auto *block = static_cast<Block *>(malloc(sizeof(Block)));
-        if (!block)
-            return nullptr;
-        block->next = pool.blocks;
-        pool.blocks = block;
-    }
-    return &pool.blocks->records[pool.carved++ % perBlock];
+    return pool.fresh != pool.end || addBlock(pool) ? pool.fresh++ : nullptr;
 #endif
 }
 
