@@ -432,8 +432,7 @@ bool DeclarationParser::belongsToFile(const Declarator &declarator) const {
         return false;
     if (level <= FILE_LEVEL || specifiers.storage == STORAGE_EXTERN)
         return true;
-    return specifiers.storage != STORAGE_LOCAL && declarator.stars == 0 &&
-           lineBuffer[linePos] != '{';
+    return specifiers.storage != STORAGE_LOCAL && declarator.stars == 0 && !charFollows("{");
 }
 
 bool DeclarationParser::readFunctionType(TypeInfo *info, const Declarator &declarator) {
@@ -466,6 +465,10 @@ TypeInfo *DeclarationParser::installFunction(TypeInfo *info, const Declarator &d
         return nullptr;
     }
     appendSymbol(list, info);
+    if (info->flags & FLAG_CONSTRUCTOR)
+        info->structLink->constructor = info;
+    else if (info->flags & FLAG_DESTRUCTOR)
+        info->structLink->destructor = info;
     if (info->level == FILE_LEVEL && context == CONTEXT_PLAIN && info->storage != STORAGE_TYPEDEF) {
         allocateStorage(info);
         shadowKeyword(info->name->text);
@@ -483,8 +486,7 @@ bool DeclarationParser::declareFunction(TypeInfo *&info, Declarator &declarator,
         releaseTypeInfo(info);
         return false;
     }
-    peekNonBlank();
-    if (isMember() && lineBuffer[linePos] == '{') {
+    if (isMember() && charFollows("{")) {
         parseError("cannot define member function inside struct/class in Zy");
         releaseTypeInfo(info);
         return false;
@@ -526,6 +528,7 @@ bool DeclarationParser::defineMemberFunction(const Declarator &declarator, bool 
     TypeInfo *member = declarator.member;
     TypeInfo *fresh = expectChar('(', true) ? makeRecord(declarator) : nullptr;
     if (!fresh || !enterClass(member)) {
+        releaseTypeInfoList(fresh);
         errorFlag = 1;
         return false;
     }

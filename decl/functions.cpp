@@ -23,12 +23,6 @@ namespace zy {
 
 namespace {
 
-bool charFollows(const char *accepted) {
-    peekNonBlank();
-    char c = lineBuffer[linePos];
-    return c != '\0' && strchr(accepted, c);
-}
-
 // ---- What the function returns ----------------------------------------------------------------
 
 // A row for each kind that the declarator has before the parameter list; all others return the
@@ -64,19 +58,18 @@ void setReturn(TypeInfo *info, FuncInfo *function, int declaredType) {
 
 // ---- The list ---------------------------------------------------------------------------------
 
-// A member function named as its class, or behind ~.
+// A member function named as its class, or behind ~. The class knows it when it has been read.
 void markConstructor(TypeInfo *info) {
     bool inOpenClass = info->context == CONTEXT_MEMBER && currentStruct && currentStruct->size == 0;
     if (!inOpenClass)
         return;
     if (destructorSeen) {
         destructorSeen = false;
-        currentStruct->destructor = info;
         info->flags |= FLAG_DESTRUCTOR;
         info->structLink = currentStruct;
     } else if (currentStruct->tag && currentStruct->tag->name == info->name) {
-        currentStruct->constructor = info;
         info->flags |= FLAG_CONSTRUCTOR;
+        info->structLink = currentStruct;
     }
 }
 

@@ -118,7 +118,7 @@ void skipMember() {
         if (tokenClass == TK_CONSTANT)
             deleteValue(takeConstant());
         bool closes = isBodyWord(WORD_CLOSE_BRACE);
-        if (endOfFile || (closes && depth == 0)) {
+        if (endOfInput || (closes && depth == 0)) {
             pushedBack = true;
             return;
         }
@@ -158,12 +158,12 @@ bool parseStructBody(TagEntry **tagList, Symbol *tag, AggregateKind aggregateKin
     bool isRight = parseMembers(
         tagList, info, aggregateKind == AGGREGATE_UNION ? CONTEXT_UNION_MEMBER : CONTEXT_MEMBER);
     nextToken();
+    pushedBack = !isBodyWord(WORD_CLOSE_BRACE);
     if (!isRight) {
         errorFlag = 1;
         return false;
     }
-    if (!isBodyWord(WORD_CLOSE_BRACE)) {
-        pushedBack = true;
+    if (pushedBack) {
         parseError("missing '}' or error before closing '}' for struct definition '%s'",
                    plainTagName(tag));
         return false;

@@ -368,9 +368,12 @@ void takeToken(Parse &parse) {
 }
 
 // The operator on top has no operand behind it. It must not take one of those before it, and the
-// reduction has the message.
+// reduction has the message, but for a member that isn't named.
 void reduceIncomplete(Parse &parse) {
-    if (operandCount(parse.operators->op) == 2) {
+    int code = parse.operators->op;
+    if (operandCount(code) == 2) {
+        if (isMember(code))
+            errorFlag = 1;
         reduceTop(parse);
         return;
     }

@@ -61,10 +61,11 @@ void readFilteredLine(FILE *stream);
 // With linePos behind a name: replaces a macro call in the line and reads a token from it. The name
 // is that in identifierBuffer. 0: no macro call, and only the cursor may have moved.
 int expandMacro(const char *name, uint16_t hash);
-enum { MACRO_NONE, MACRO_EXPANDED, MACRO_EXPANDED_TO_LINE_END };
-// The same for a look ahead: reads no token, and leaves all as it was if it gives false. linePos
-// then is at the replacement, in which a macro isn't replaced by itself again.
-bool replaceMacro(const char *name, uint16_t hash);
+enum { MACRO_NONE, MACRO_EXPANDED, MACRO_EXPANDED_TO_LINE_END, MACRO_REFUSED };
+// The same for a look ahead: reads no token. MACRO_NONE: all is as it was. MACRO_EXPANDED: linePos
+// is at the replacement, in which a macro isn't replaced by itself again. MACRO_REFUSED, after a
+// message: linePos is where the arguments end, which may be on another line.
+int replaceMacro(const char *name, uint16_t hash);
 // Takes back what entering the file changed, when the lexer has taken it off the source stack.
 // True: the rest of the including line stands in lineBuffer again, at linePos.
 bool fileEnded();

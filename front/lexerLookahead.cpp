@@ -139,7 +139,7 @@ void peekNonBlank() {
 
 namespace {
 
-// Replaces the macro whose name stands at linePos.
+// Replaces the macro whose name stands at linePos. False: nothing stands there that is replaced.
 bool replaceNext() {
     char name[sizeof identifierBuffer];
     int16_t start = linePos;
@@ -153,10 +153,10 @@ bool replaceNext() {
     }
     name[length] = '\0';
     TokenKeeper keeper;
-    if (replaceMacro(name, static_cast<uint16_t>(sum)))
-        return true;
-    linePos = start;
-    return false;
+    int outcome = replaceMacro(name, static_cast<uint16_t>(sum));
+    if (outcome == MACRO_NONE)
+        linePos = start;
+    return outcome == MACRO_EXPANDED;
 }
 
 }  // namespace

@@ -211,7 +211,7 @@ void expandLine() {
         foldName(name.data());
         int16_t start = linePos;
         linePos = static_cast<int16_t>(linePos + length);
-        if (!name.empty() && !replaceMacro(name.c_str(), nameHash(name.c_str())))
+        if (!name.empty() && replaceMacro(name.c_str(), nameHash(name.c_str())) == MACRO_NONE)
             linePos = static_cast<int16_t>(start + length);
     }
 }
@@ -299,14 +299,12 @@ void reportExpansion(const MacroEntry *macro) {
     parseError("in expansion of macro '%s'", macro->name);
 }
 
-enum Outcome { NO_CALL, REPLACED, FAILED };
-
 // Replaces the call of the macro whose name ends at linePos.
-Outcome replace(const MacroEntry *macro, bool crossLines, bool &reachesEnd) {
+int replace(const MacroEntry *macro, bool crossLines, bool &reachesEnd) {
     auto start = linePos - static_cast<int>(strlen(macro->name));
     uint16_t origin = originAt(start);
     if (comesFrom(macro, origin))
-        return NO_CALL;
+        return MACRO_NONE;
     TracedText prefix;
     prefix.appendLine(0, start);
     Arguments arguments;
@@ -315,22 +313,21 @@ Outcome replace(const MacroEntry *macro, bool crossLines, bool &reachesEnd) {
         bool isCall = callFollows(crossLines), complete = isCall && readArguments(arguments);
         openMacroCalls--;
         if (!complete)
-            return isCall ? FAILED : NO_CALL;
+            return isCall ? MACRO_REFUSED : MACRO_NONE;
     }
-    return replaceCall(macro, prefix, origin, arguments, reachesEnd) ? REPLACED : FAILED;
+    bool done = replaceCall(macro, prefix, origin, arguments, reachesEnd);
+    return done ? MACRO_EXPANDED : MACRO_REFUSED;
 }
 
 }  // namespace
 
-bool replaceMacro(const char *name, uint16_t hash) {
+int replaceMacro(const char *name, uint16_t hash) {
     const MacroEntry *macro = findHashedMacro(name, hash);
     bool reachesEnd = false;
-    if (!macro)
-        return false;
-    Outcome outcome = replace(macro, false, reachesEnd);
-    if (outcome == FAILED)
+    int outcome = macro ? replace(macro, false, reachesEnd) : MACRO_NONE;
+    if (outcome == MACRO_REFUSED)
         reportExpansion(macro);
-    return outcome == REPLACED;
+    return outcome;
 }
 
 int expandMacro(const char *name, uint16_t hash) {
@@ -338,10 +335,10 @@ int expandMacro(const char *name, uint16_t hash) {
     bool reachesEnd = false;
     if (!macro)
         return MACRO_NONE;
-    Outcome outcome = replace(macro, true, reachesEnd);
-    if (outcome == NO_CALL)
+    int outcome = replace(macro, true, reachesEnd);
+    if (outcome == MACRO_NONE)
         return MACRO_NONE;
-    if (outcome == FAILED || nestedExpansions == NESTING_MAX) {
+    if (outcome == MACRO_REFUSED || nestedExpansions == NESTING_MAX) {
         reportExpansion(macro);
         if (nestedExpansions == NESTING_MAX || expansionCount == EXPANSIONS_MAX)
             linePos = lineLength;

@@ -50,6 +50,13 @@ bool startsStatement() {
            currentKeyword.keywordClass != KC_CONSOLE;
 }
 
+// A constant that is left to be read belongs to nobody else.
+void dropPushedBackToken() {
+    if (pushedBack && tokenClass == TK_CONSTANT)
+        deleteValue(tokenValue.constant);
+    pushedBack = false;
+}
+
 // Skips to where a statement may begin again.
 void skipToStatement() {
     while (!endOfInput) {
@@ -59,14 +66,10 @@ void skipToStatement() {
         if (tokenClass == TK_CONSTANT)
             deleteValue(tokenValue.constant);
     }
-    pushedBack = !endOfInput;
-}
-
-// A constant that is left to be read belongs to nobody else.
-void dropPushedBackToken() {
-    if (pushedBack && tokenClass == TK_CONSTANT)
-        deleteValue(tokenValue.constant);
-    pushedBack = false;
+    if (endOfInput)
+        dropPushedBackToken();
+    else
+        pushedBack = true;
 }
 
 // False: the parse gives up.

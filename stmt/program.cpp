@@ -54,29 +54,33 @@ void releaseLabels(Label *&list) {
     }
 }
 
-// The groups' statements are the rest of the body's list, which the switch's own part is cut from.
+// What stands before the first label: it ends at the switch, at an end of its own if there is no
+// label, or, in a body that wasn't closed, at the label.
+void releaseFirstPart(StmtNode *part, const StmtNode *switchNode, const StmtNode *labelled) {
+    while (part && part != switchNode && part != labelled) {
+        StmtNode *next = part->kind == STMT_END ? nullptr : part->next;
+        releaseOperands(part);
+        delete part;
+        part = next;
+    }
+}
+
+// The groups' statements are the rest of the body's list.
 void releaseSwitch(StmtNode *statement) {
     CaseGroup *group = statement->operandB.groups;
-    if (group && group->next)
-        releaseStatements(group->next->first);
+    StmtNode *labelled = group && group->next ? group->next->first : nullptr;
+    if (StmtNode *block = statement->operandC.statement) {
+        releaseFirstPart(block->operandA.statement, statement, labelled);
+        releaseTypeList(block->operandC.symbols);
+        releaseTags(block->operandD.tags);
+        delete block;
+    }
+    releaseStatements(labelled);
     while (group) {
         CaseGroup *next = group->next;
         deleteNode(group->labels);
         delete group;
         group = next;
-    }
-    if (StmtNode *block = statement->operandC.statement) {
-        // Its first part ends at the switch, not at an end of its own.
-        for (StmtNode *part = block->operandA.statement; part && part != statement;) {
-            StmtNode *next = part->next;
-            bool isEnd = part->kind == STMT_END;
-            releaseOperands(part);
-            delete part;
-            part = isEnd ? nullptr : next;
-        }
-        releaseTypeList(block->operandC.symbols);
-        releaseTags(block->operandD.tags);
-        delete block;
     }
 }
 
@@ -88,8 +92,9 @@ void releaseBlock(StmtNode *block) {
 }
 
 void releaseLoop(StmtNode *statement) {
-    // The step hangs in the body's list, the first statement of a `for` in none.
-    releaseStatements(statement->operandC.statement);
+    // The step hangs in the body's list if there is one, the first statement of a `for` in none.
+    StmtNode *body = statement->operandC.statement;
+    releaseStatements(body ? body : statement->operandD.statement);
     if (StmtNode *first = statement->operandB.statement) {
         releaseOperands(first);
         delete first;

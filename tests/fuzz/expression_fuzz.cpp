@@ -21,10 +21,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0)
         return 0;
     std::string text = textOf(data + 1, size - 1);
-    if (data[0] & 1 && !mayHavePointers(text))
+    bool evaluated = data[0] & 1 && !mayHavePointers(text);
+    int values = liveValueCount();
+    if (evaluated)
         Zy_ExprEval_kernel(nullptr, text.c_str());
     else
         Zy_ExprParse_kernel(nullptr, text.c_str());
     checkStack();
+    if (liveValueCount() != values)
+        fail("a value has leaked");
+    textsRun += evaluated;
     return 0;
 }

@@ -1,5 +1,5 @@
-// What the targets share that give an instance texts to parse and run: the instance, renewed after a
-// number of inputs, and the end of whatever runs too long.
+// What the targets share that give an instance texts to parse and run: the instance, renewed after
+// a number of inputs, and the end of whatever runs too long.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,19 @@ constexpr int STATEMENTS_PER_INPUT = 2000;
 
 inline int inputsLeft = 0;
 inline int statementsLeft = 0;
+inline long textsRun = 0;
 
 [[noreturn]] inline void fail(const char *what) {
-    fprintf(stdout, "%s\n", what);
+    fprintf(stderr, "%s\n", what);
     abort();
+}
+
+// How many of the inputs were run, not parsed alone: written to a file at the end.
+inline void writeRuns() {
+    if (FILE *file = fopen("texts_run", "w")) {
+        fprintf(file, "%ld\n", textsRun);
+        fclose(file);
+    }
 }
 
 inline int countStatement(void *, ZyDebugInfo *, void *) {
@@ -39,14 +48,17 @@ inline void armEvents() {
     e_lang->callbackActive = 1;
 }
 
-inline void freshInstance() {
+// True: it is a new one.
+inline bool freshInstance() {
     if (inputsLeft-- > 0) {
         armEvents();
-        return;
+        return false;
     }
     static void *handle;
     if (handle)
         Zy_End_kernel(handle);
+    else
+        atexit(writeRuns);
     handle = &handle;
     ZyOptions options{};
     static char home[] = "home";  // run copies the sources of one
@@ -57,6 +69,7 @@ inline void freshInstance() {
         fail("an instance can't be made");
     inputsLeft = INPUTS_PER_INSTANCE;
     armEvents();
+    return true;
 }
 
 // Nothing may be left on the stack of values.
@@ -71,3 +84,11 @@ inline std::string textOf(const uint8_t *data, size_t size) {
 }
 
 }  // namespace zy
+
+// The sanitizer sees faults before the handlers of an instance do, and a block that is too large is
+// refused, as a system does.
+extern "C" const char *__asan_default_options() {
+    return "handle_segv=2:handle_sigill=2:allocator_may_return_null=1:max_allocation_size_mb=64:"
+           "quarantine_size_mb=32:malloc_context_size=3";
+}
+extern "C" const char *__ubsan_default_options() { return "print_stacktrace=1"; }
