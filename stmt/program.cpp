@@ -194,6 +194,7 @@ void releaseProgram() {
     releaseFunctionFiles();
     setFunctionName(nullptr);
     functionNameFrame = nullptr;
+    functionNameCell = nullptr;  // an instance may end, and the next have no base frame
     forgetStaticObjects();
     if (!rootStmt)
         return;
