@@ -5,7 +5,9 @@
 #include "platform/processor.h"
 
 #if __has_include(<sys/platform/x86.h>)
+#define _Bool bool  // a word of C, which clang has in C alone
 #include <sys/platform/x86.h>
+#undef _Bool
 #endif
 
 #if defined(CPU_FEATURE_ACTIVE)
