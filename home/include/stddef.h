@@ -6,6 +6,7 @@ typedef unsigned int size_t;
 typedef int ptrdiff_t;
 typedef unsigned short wchar_t;
 
-#define offsetof(type, member) ((size_t)(long long)&((type *)0)->member)
+/* The object lies at an address that is not taken for a null one. */
+#define offsetof(type, member) ((size_t)((long long)&((type *)65536)->member - 65536))
 
 #endif

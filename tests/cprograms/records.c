@@ -1,4 +1,5 @@
 /* Structs by value: as parameters, results, members, elements, and through pointers to functions. */
+#include <stddef.h>
 #include <stdio.h>
 #include <stdlib.h>
 
@@ -75,5 +76,7 @@ int main(void) {
     printf("%d %d %d %d\n", d.quot, d.rem, div(-17, 5).quot, div(-17, 5).rem);
     printf("%d %d\n", word(0x0403).bytes[0], word(0x0403).bytes[1]);
     printf("%d %s\n", lengthOf(grow(box, 3).name), grow(box, 3).name);
+    printf("%d %d %d\n", (int)offsetof(Box, name), (int)offsetof(Box, size.height),
+           (int)offsetof(Box, corner[1].im));
     return 0;
 }
