@@ -1,5 +1,6 @@
 #include "expr/operators.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 
@@ -41,6 +42,13 @@ constexpr ResultRange resultRanges[] = {
     {598, DT_JOINT},    {601, DT_ACTUATOR}, {604, DT_VOID},    {681, DT_CIRCLE},
     {682, DT_SPLINE},   {683, DT_VOID},
 };
+constexpr auto resultTypes = [] {
+    std::array<DataType, OPERATOR_COUNT> types{};
+    for (const ResultRange &range : resultRanges)
+        for (int code = range.first; code < OPERATOR_COUNT; code++)
+            types[code] = range.type;
+    return types;
+}();
 
 // The source operators by how tight they bind. A `?` waits on the parser's stack with 0 instead.
 struct Precedence {
@@ -101,13 +109,7 @@ NodeRoutine operatorRoutine(int code) {
 }
 
 DataType resultTypeOf(int code) {
-    DataType type = DT_VOID;
-    for (const ResultRange &range : resultRanges) {
-        if (range.first > code)
-            break;
-        type = range.type;
-    }
-    return type;
+    return code < 0 ? DT_VOID : resultTypes[std::min(code, OPERATOR_COUNT - 1)];
 }
 
 int operatorPrecedence(int code) {

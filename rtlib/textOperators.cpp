@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "expr/calls.h"
 #include "expr/evaluator.h"
@@ -208,21 +209,51 @@ void strncpyOperator(ExprNode *node) { writeText<writeCounted, true>(node); }
 void strcatOperator(ExprNode *node) { writeText<writeAppended, false>(node); }
 void strncatOperator(ExprNode *node) { writeText<writeCountedAppended, true>(node); }
 
+namespace {
+
+// A text that grows, in a block that a string variable may own.
+class GrowingText {
+public:
+    ~GrowingText() { free(text); }
+    bool append(const char *part) {
+        size_t size = strlen(part);
+        if (length + size >= room) {
+            constexpr size_t spare = 32;  // for the short parts that mostly follow
+            auto *larger = static_cast<char *>(realloc(text, length + size + spare));
+            if (!larger) {
+                reportOutOfMemory();
+                return false;
+            }
+            text = larger;
+            room = length + size + spare;
+        }
+        memcpy(text + length, part, size + 1);
+        length += size;
+        return true;
+    }
+    // NULL if nothing was appended.
+    char *take() { return std::exchange(text, nullptr); }
+
+private:
+    char *text = nullptr;
+    size_t length = 0, room = 0;
+};
+
+}  // namespace
+
 void straddOperator(ExprNode *node) {
-    std::string text;
-    bool any = false;
+    GrowingText text;
     for (const ExprNode *cell = node->left; cell; cell = cell->next) {
         Operand argument(cell->item, Operand::CONTENTS);
         if (!argument)
             return;
-        if (const auto *part = static_cast<const char *>(addressIn(argument.get()))) {
-            text += part;
-            any = true;
-        }
+        const auto *part = static_cast<const char *>(addressIn(argument.get()));
+        if (part && !text.append(part))
+            return;
     }
     if (Value *result = pushNewValue()) {
         result->type = DT_STRING;
-        result->payload.text = any ? copyString(text.c_str()) : nullptr;
+        result->payload.text = text.take();
     }
 }
 
