@@ -171,8 +171,12 @@ bool runConditional(Directive word) {
 // With the cursor behind the # of a line. False: the line is none of a conditional.
 bool runConditionalLine() {
     DirectiveLine line(true);
-    if (atLineEnd() || !runConditional(directiveNumber()))
+    if (atLineEnd())
         return false;
+    if (!runConditional(directiveNumber())) {
+        dropToken();
+        return false;
+    }
     skipRestOfLine();  // a comment there may go on
     return true;
 }
@@ -186,7 +190,6 @@ bool isExcluded() {
         skipBlanks(linePos, lineBuffer);
         if (runConditionalLine())
             return true;
-        dropToken();
         linePos = 0;
     }
     return skipLevel != 0;
