@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "expr/directCalls.h"
 #include "expr/directOperands.h"
 #include "expr/directPlaces.h"
 #include "expr/nodes.h"
@@ -340,6 +341,7 @@ constexpr Row rows[] = {
     {OP_CONDITIONAL, makeConditional},
     {OP_COMMA, makeComma},
     {OP_CAST, makeCast},
+    {OP_CALL, makeDirectCall},
     {OP_SUBSCRIPT, makeDirectPlaceRead},
     {OP_SUBSCRIPT_POINTER, makeDirectPlaceRead},
     {OP_MEMBER, makeDirectPlaceRead},
@@ -406,23 +408,43 @@ VarCell *findLocalCell(ExprNode *leaf, int type) {
 
 DirectForm makeDirect(ExprNode *tree) { return makesDirect ? makeDirectAt(tree, 0) : DirectForm{}; }
 
+ExprNode *branchesOf(ExprNode *node) {
+    if (!node->fourth && (node->fourth = newOperatorNode(0)))
+        node->fourth->kind = NODE_BRANCHES;
+    return node->fourth;
+}
+
+namespace {
+
+// A tree that is direct by itself, or with the result of a call in front of it.
+DirectForm makeDirectWithCall(ExprNode *tree, ExprNode *&call) {
+    call = nullptr;
+    DirectForm form = makeDirect(tree);
+    if (form || !makesDirect || !(call = callInFront(tree)))
+        return form;
+    madeCall = call;
+    form = makeDirectAt(tree, 0);
+    madeCall = nullptr;
+    return form && nodeOfCall(call) ? form : DirectForm{};
+}
+
+}  // namespace
+
 ExprNode *directNode(ExprNode *tree) {
     bool isFree = !tree->fourth || tree->fourth->kind == NODE_BRANCHES;
     if (tree->kind != NODE_OPERATOR || !isFree)
         return nullptr;
-    DirectForm form = makeDirect(tree);
-    if (!form)
+    ExprNode *call;
+    DirectForm form = makeDirectWithCall(tree, call);
+    bool isFunction = !form && makesDirect && makeDirectFunctionRead(tree);
+    ExprNode *node = form || isFunction ? branchesOf(tree) : nullptr;
+    if (!node)
         return nullptr;
-    if (!tree->fourth) {
-        tree->fourth = newOperatorNode(0);
-        if (!tree->fourth)
-            return nullptr;
-        tree->fourth->kind = NODE_BRANCHES;
-    }
-    ExprNode *node = tree->fourth;
     node->left = tree;
-    node->right = nullptr;
-    node->routine = withType(form.type, []<class T>() -> NodeRoutine { return pushNumber<T>; });
+    node->right = form ? call : nullptr;
+    node->routine =
+        isFunction ? pushFunctionElement
+                   : withType(form.type, []<class T>() -> NodeRoutine { return pushNumber<T>; });
     return node;
 }
 
@@ -445,15 +467,6 @@ bool makeDirectStatement(ExprNode *tree) {
 bool makeDirectCondition(ExprNode *tree) {
     bool isConstant = tree && tree->kind == NODE_VALUE && tree->type != DT_NAME;
     return !isConstant && isInteger(makeDirect(tree).type);
-}
-
-int countSteps(const ExprNode *tree) {
-    if (!tree || (tree->kind == NODE_VALUE && tree->type != DT_NAME))
-        return 0;
-    if (tree->kind == NODE_VALUE)
-        return 1;
-    bool onDemand = tree->op == OP_AND || tree->op == OP_OR || tree->op == OP_CONDITIONAL;
-    return 1 + countSteps(tree->left) + (onDemand ? 0 : countSteps(tree->right));
 }
 
 }  // namespace zy

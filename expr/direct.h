@@ -27,8 +27,11 @@ struct DirectForm {
 DirectForm makeDirect(ExprNode *tree);
 
 // A node for a chain that pushes the tree's number; it is released with the tree. NULL for a tree
-// that isn't direct, and for a lone variable or constant, which gain nothing.
+// that isn't direct, and for a lone variable or constant, which gain nothing. A call in its `right`
+// has to run in front of it.
 ExprNode *directNode(ExprNode *tree);
+// The record in `fourth` for what threading adds to a node; NULL if memory is exhausted.
+ExprNode *branchesOf(ExprNode *node);
 
 // A statement that consists of such a tree has no chain. For an expression statement: the tree's
 // routine runs it. For a condition: directInteger() gives its truth.

@@ -13,6 +13,12 @@
 
 namespace zy {
 
+// Pointers to functions, as elements.
+template <>
+struct Scalar<TypeInfo *> {
+    static constexpr DataType type = DT_P_FUNCTION;
+};
+
 // ---- Places: find() gives NULL for what the chain has a message for -----------------------------
 
 namespace {
@@ -222,6 +228,34 @@ int makeDirectTarget(ExprNode *node, int depth) {
     return form.type;
 }
 
+bool makeDirectFunctionRead(ExprNode *node) {
+    PlaceKind kind = kindOf(node);
+    bool isElement = kind == PlaceKind::VECTOR || kind == PlaceKind::MATRIX;
+    if (!isElement || treeType(node) != DT_P_FUNCTION)
+        return false;
+    tellPlaces(node);
+    DirectForm form = withPlace<TypeInfo *>(node, kind, 0, [&]<class Place>() {
+        node->place = Place::find;
+        return DirectForm{DT_P_FUNCTION};
+    });
+    return static_cast<bool>(form);
+}
+
+void pushFunctionElement(ExprNode *node) {
+    ExprNode *element = node->left;
+    const void *address = element->place(element);
+    if (!address) [[unlikely]] {
+        if (Value *value = readPlaceSlowly(element))
+            pushValue(value);
+        return;
+    }
+    Value *value = pushNewValue();
+    if (!value)
+        return;
+    value->type = DT_P_FUNCTION;
+    memcpy(&value->payload.symbol, address, sizeof value->payload.symbol);
+}
+
 bool isPure(const ExprNode *tree) {
     if (!tree || tree->kind == NODE_VALUE)
         return true;
@@ -229,8 +263,8 @@ bool isPure(const ExprNode *tree) {
         return isPure(tree->item) && isPure(tree->next);
     if (tree->kind != NODE_OPERATOR)
         return true;
-    return !isAssigning(tree->op) && tree->op != OP_CALL && isPure(tree->left) && isPure(tree->right) &&
-           isPure(tree->third);
+    return !isAssigning(tree->op) && tree->op != OP_CALL && isPure(tree->left) &&
+           isPure(tree->right) && isPure(tree->third);
 }
 
 // ---- The slow way -------------------------------------------------------------------------------

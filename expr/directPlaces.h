@@ -13,6 +13,11 @@ DirectForm makeDirectPlaceRead(ExprNode *node, int depth);
 // Makes such a node the target of a store: its `place` gives the address. Its type, or -1.
 int makeDirectTarget(ExprNode *node, int depth);
 
+// Makes the `place` of such a node find a pointer to function. Whether it is one.
+bool makeDirectFunctionRead(ExprNode *node);
+// Runs in a chain for it: pushes the pointer.
+void pushFunctionElement(ExprNode *node);
+
 // For a target whose place() gave NULL: the number there, and a store to it.
 Value *readPlaceSlowly(ExprNode *target);
 void storeInPlaceSlowly(ExprNode *target, const Value &number);

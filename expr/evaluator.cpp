@@ -7,6 +7,7 @@
 #include "expr/evaluatorState.h"
 #include "expr/events.h"
 #include "expr/operands.h"
+#include "expr/operators.h"
 #include "instance/report.h"
 #include "platform/stack.h"
 #include "stmt/stmtNode.h"
@@ -37,7 +38,8 @@ void countStep() {
 
 void runChainWithEvents() {
     for (ExprNode *node = currentContext->chain; node; node = advance()) {
-        if (node->kind == NODE_BRANCHES)
+        bool isTree = node->kind == NODE_BRANCHES && node->left->op != OP_CALL;
+        if (isTree)
             noteDirectSteps(node->left);
         else
             countStep();

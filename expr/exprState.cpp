@@ -1,6 +1,7 @@
 // State of the expressions' room: the records, contexts and frames of the running program.
 
 #include "expr/context.h"
+#include "expr/directCalls.h"
 #include "expr/directPlaces.h"
 #include "expr/freeBlocks.h"
 #include "expr/recordPool.h"
@@ -32,6 +33,7 @@ FreeBlocks freeContexts;
 uint64_t frameKeys;
 
 bool makesDirect = true;
+const ExprNode *madeCall;
 LostSubscripts lostSubscripts;
 
 }  // namespace zy

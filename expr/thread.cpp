@@ -14,6 +14,7 @@
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
 #include "expr/arrayRoutines.h"
+#include "expr/directCalls.h"
 #include "expr/directPlaces.h"
 #include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
@@ -125,14 +126,11 @@ void threadMember(ChainBuilder &chain, ExprNode *node) {
 // -----------------------------------------------------------------------------------
 
 void keepBranches(ExprNode *node, ExprNode *first, ExprNode *second) {
-    if (!node->fourth) {
-        node->fourth = newOperatorNode(0);
-        if (!node->fourth)
-            return;
-        node->fourth->kind = NODE_BRANCHES;
-    }
-    node->fourth->left = first;
-    node->fourth->right = second;
+    ExprNode *branches = branchesOf(node);
+    if (!branches)
+        return;
+    branches->left = first;
+    branches->right = second;
 }
 
 void threadShortCircuit(ChainBuilder &chain, ExprNode *node) {
@@ -332,9 +330,8 @@ bool takeDirectArguments(ExprNode *node) {
     return direct;
 }
 
-// The arguments, last first, then what gives the function, then the call.
-void threadCall(ChainBuilder &chain, ExprNode *node) {
-    chain.emit(node);
+// The arguments, last first, then what gives the function.
+void threadBeforeCall(ChainBuilder &chain, ExprNode *node) {
     if (isOperator(node->left))
         chain.read(node->left);
     if (takeDirectArguments(node))
@@ -345,6 +342,21 @@ void threadCall(ChainBuilder &chain, ExprNode *node) {
         if (formal)
             formal = formal->next;
     }
+}
+
+void threadCall(ChainBuilder &chain, ExprNode *node) {
+    chain.emit(node);
+    threadBeforeCall(chain, node);
+}
+
+// A tree that is computed by one node, in front of which the call in it may have to run.
+void threadDirect(ChainBuilder &chain, ExprNode *direct) {
+    ExprNode *call = direct->right;
+    chain.emitReady(direct);
+    if (!call)
+        return;
+    chain.emitReady(call->fourth);
+    threadBeforeCall(chain, call);
 }
 
 // ---- Output
@@ -471,7 +483,7 @@ void ChainBuilder::put(Waiting next) {
     size_t mark = waiting.size();
     if (tree->kind == NODE_OPERATOR) {
         if (ExprNode *direct = directNode(tree))
-            emitReady(direct);
+            threadDirect(*this, direct);
         else
             threadingOf(tree->op)(*this, tree);
     } else if (tree->kind == NODE_LIST)

@@ -35,6 +35,26 @@ protected:
     TypeInfo *a, *b, *i, *n, *cells, *pointer;
 };
 
+// The events of a tree are those of its chain.
+TEST_F(Thread, StepsOfDirectTrees) {
+    ExprNode *trees[] = {bind(OP_ASSIGN, leaf(a), sum()),
+                         bind(OP_ASSIGN, element(), leaf(b)),
+                         bind(OP_PLUS, element(), leaf(b)),
+                         node(OP_INDIRECTION, leaf(pointer)),
+                         bind(OP_ASSIGN, node(OP_INDIRECTION, leaf(pointer)), leaf(i)),
+                         node(OP_AND, leaf(a), sum()),
+                         node(OP_CAST, leaf(n), sum()),
+                         bind(OP_ASSIGN_ADD, leaf(a), sum()),
+                         node(OP_POSTFIX_INCREMENT, leaf(i))};
+    for (ExprNode *tree : trees) {
+        int steps = countSteps(tree), nodes = 0;
+        for (ExprNode *step = compileChain(tree, nullptr, false); step; step = step->next)
+            nodes++;
+        EXPECT_EQ(steps, nodes) << "operator " << tree->op;
+        deleteNode(tree);
+    }
+}
+
 TEST_F(Thread, OperandsAndLists) {
     EXPECT_EQ(chainAndRelease(leaf(a)), "a");
     EXPECT_EQ(chainAndRelease(number(3)), "");
