@@ -31,9 +31,7 @@
 
 namespace zy {
 
-FILE *openScript(const char *path) {
-    return platform::isDirectory(path) ? nullptr : fopen(path, "r");
-}
+FILE *openScript(const char *path) { return platform::openForReading(path); }
 
 // ---- Parsing ------------------------------------------------------------------------------------
 

@@ -282,7 +282,7 @@ void includeFile(IncludeMode mode) {
     if (path.empty())
         return;
     const char *name = path.c_str();
-    FILE *file = platform::isDirectory(name) ? nullptr : fopen(name, "r");
+    FILE *file = platform::openForReading(name);
     if (!file) {
         parseError("cannot find file '%s'", name);
         return;

@@ -10,6 +10,8 @@ bool fileExists(const char *path);
 bool isReadable(const char *path);
 bool isWritable(const char *path);
 bool isDirectory(const char *path);
+// A text for reading. NULL if there is none: a folder isn't one, though the C library opens it.
+FILE *openForReading(const char *path);
 
 // Rewrites the separators of a path to the system's own, in place.
 void useNativeSeparators(char *path);

@@ -20,6 +20,16 @@ bool isDirectory(const char *path) {
     return stat(path, &found) == 0 && S_ISDIR(found.st_mode);
 }
 
+FILE *openForReading(const char *path) {
+    FILE *file = fopen(path, "r");
+    struct stat found;
+    if (file && fstat(fileno(file), &found) == 0 && S_ISDIR(found.st_mode)) {
+        fclose(file);
+        return nullptr;
+    }
+    return file;
+}
+
 void useNativeSeparators(char *path) {
     for (; *path; path++)
         if (*path == '\\')

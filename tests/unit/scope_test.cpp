@@ -4,6 +4,8 @@
 #include "expr/scope.h"
 
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "decl/arrayInfo.h"
 #include "decl/funcInfo.h"
@@ -111,6 +113,28 @@ TEST_F(ScopeTest, NamesAreFoundOnceAddedAndInBucketsByFirstCharacter) {
     removeName("ba_");
     EXPECT_EQ(lookupName("ba_"), nullptr);
     (void)ba;
+}
+
+// The index has fewer places than there are names here, grows on the way, and forgets the removed.
+TEST_F(ScopeTest, ManyNamesAreFoundAndTheRemovedAreNot) {
+    NameEntry *older = addName("twice_"), *newer = addName("twice_");
+    constexpr int COUNT = 6000;
+    auto text = [](int i) {  // sums of characters recur; some texts are long
+        return "n" + std::to_string(i) + (i % 7 == 0 ? "_a_name_of_more_than_usual_length" : "");
+    };
+    std::vector<NameEntry *> added;
+    for (int i = 0; i < COUNT; i++) {
+        EXPECT_EQ(lookupName(text(i).c_str()), nullptr);
+        added.push_back(addName(text(i).c_str()));
+    }
+    EXPECT_EQ(lookupName("twice_"), newer);
+    removeName("twice_");
+    EXPECT_EQ(lookupName("twice_"), older);
+    for (int i = 0; i < COUNT; i += 2)
+        removeName(text(i).c_str());
+    for (int i = 0; i < COUNT; i++)
+        EXPECT_EQ(lookupName(text(i).c_str()), i % 2 == 0 ? nullptr : added[i]) << i;
+    EXPECT_NE(lookupName("_path"), nullptr);
 }
 
 TEST_F(ScopeTest, FileStaticNamesAreHiddenWhileAFileIsReadAndComeBack) {
