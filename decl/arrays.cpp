@@ -16,6 +16,12 @@ bool isAssumedShape(const TypeInfo *info) {
     return info->arrayLink && info->arrayLink->shapeKind == SHAPE_ASSUMED;
 }
 
+bool takesShape(const TypeInfo *info) {
+    bool isPointer = info->kind == KIND_P_C_ARRAY || info->kind == KIND_P_ARRAY;
+    return isPointer && info->context == CONTEXT_PARAMETER && info->level != TYPE_ONLY_LEVEL &&
+           isAssumedShape(info);
+}
+
 bool isDeferred(const TypeInfo *info) {
     return info->arrayLink && info->arrayLink->shapeKind == SHAPE_DEFERRED;
 }

@@ -31,6 +31,8 @@ void addDeferredStep(TypeInfo *info);
 
 // Whether the extents come from the argument.
 bool isAssumedShape(const TypeInfo *info);
+// A formal a[:] or `array int *a`: a pointer, but for its size, which is that of what it is given.
+bool takesShape(const TypeInfo *info);
 // Whether a bound is computed when the declaration runs.
 bool isDeferred(const TypeInfo *info);
 

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "decl/aggregates.h"
+#include "decl/arrays.h"
 #include "decl/construction.h"
 #include "decl/declaration.h"
 #include "decl/typeWords.h"
@@ -251,6 +252,8 @@ Size elementCount(const ArrayInfo *info) {
 }
 
 bool sizeOfDeclared(const TypeInfo *info, Size &size) {
+    if (takesShape(info))
+        return false;
     switch (info->kind) {
         case KIND_C_ARRAY:
         case KIND_ARRAY: {

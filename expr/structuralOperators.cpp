@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "decl/arrays.h"
 #include "decl/structInfo.h"
 #include "expr/calls.h"
 #include "expr/evaluator.h"
@@ -83,7 +84,9 @@ namespace {
 
 uint64_t sizeOfValue(const ExprNode *tree, const Value *value) {
     const StructInfo *info = structInfoOf(tree);
-    if (value->type == DT_CARRAY || value->type == DT_ARRAY) {
+    const TypeInfo *variable = variableOf(tree);
+    bool hasShape = variable && takesShape(variable) && isArrayLike(static_cast<int>(value->type));
+    if (value->type == DT_CARRAY || value->type == DT_ARRAY || hasShape) {
         int element = value->payload2.elementType;
         uint64_t size = element == DT_STRUCT && info ? info->size : elementSize(element);
         return size * value->count;
