@@ -96,16 +96,20 @@ struct ShiftCompound {
     }
 };
 
-// What isn't two numbers: pointers. NULL after a message for a pair that has no such operator.
-Value *compoundOther(ExprNode *node, const Value *left, const Value *right);
+// What isn't two real numbers: pointers, and what the plain operator of the pair's types computes.
+// NULL after a message for a pair that has no such operator.
+Value *compoundOther(ExprNode *node, Value *left, Value *right);
 
 template <class Family>
 Value *compoundValue(ExprNode *node) {
     Operand left(node->left), right(node->right);
     if (!left || !right)
         return nullptr;
-    if (left->type > DT_DOUBLE || right->type > DT_DOUBLE) [[unlikely]]
+    if (left->type > DT_DOUBLE || right->type > DT_DOUBLE) [[unlikely]] {
+        left.releaseContents();
+        right.releaseContents();
         return compoundOther(node, left.get(), right.get());
+    }
     Value *result = left.takeRecord();
     if (!result)
         result = newZeroValue(DT_INT);

@@ -75,6 +75,7 @@ public:
         else if (popped)
             recycleValue(value);
     }
+    void releaseContents() { release = CONTENTS; }
     explicit operator bool() const { return value; }
     Value *operator->() const { return value; }
     Value *get() const { return value; }

@@ -66,6 +66,8 @@ void strncpyOperator(ExprNode *node);
 void strcatOperator(ExprNode *node);
 void strncatOperator(ExprNode *node);
 void straddOperator(ExprNode *node);
+void addStringOperator(ExprNode *node);
+void toStringOperator(ExprNode *node);
 void strtokOperator(ExprNode *node);
 void fgetsOperator(ExprNode *node);
 void getsOperator(ExprNode *node);

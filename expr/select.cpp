@@ -224,12 +224,15 @@ ExprNode *bindAssignment(ExprNode *node) {
     return node;
 }
 
-// The plain operator whose pairs of operands a compound assignment allows.
+}  // namespace
+
 int plainOperator(int op) {
     constexpr int plain[] = {OP_PLUS,      OP_MINUS, OP_STAR, OP_SLASH,      OP_PERCENT,
                              OP_AMPERSAND, OP_CARET, OP_BAR,  OP_LEFT_SHIFT, OP_RIGHT_SHIFT};
     return plain[op - OP_ASSIGN_ADD];
 }
+
+namespace {
 
 // The type of what a compound assignment computes, before it is stored.
 DataType compoundResult(const ExprNode *node) {

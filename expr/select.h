@@ -15,6 +15,8 @@ void reduceOperator(ExprNode *&operandList, ExprNode *&operatorList, int &depth)
 // The same for a node whose operands stand in left, right and third: chooses the code, checks, and
 // gives the node, or the one that wraps it. The result has all operands, whatever was refused.
 ExprNode *bindOperator(ExprNode *node);
+// The plain operator whose pairs of operands a compound assignment allows.
+int plainOperator(int op);
 
 // How many operands the operator takes from the operand list: 1 or 2.
 int operandCount(int code);

@@ -13,6 +13,8 @@
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
 #include "expr/scope.h"
+#include "expr/select.h"
+#include "expr/selection.h"
 #include "expr/typeQueries.h"
 
 #include "numeric/convert.h"
@@ -183,15 +185,22 @@ void setInteger(Value *value, int type, uint64_t bits) {
     }
 }
 
-Value *compoundOther(ExprNode *node, const Value *left, const Value *right) {
+Value *compoundOther(ExprNode *node, Value *left, Value *right) {
     if (isPointer(left->type) && isIntegral(right->type)) {
         if (node->op == OP_ASSIGN_ADD)
             return pointerAdd(node, left, right, OP_POINTER_ADD);
         if (node->op == OP_ASSIGN_SUBTRACT)
             return pointerAdd(node, left, right, OP_POINTER_SUBTRACT);
     }
-    undefinedOperation(node);
-    return nullptr;
+    ExprNode plain{};
+    plain.kind = NODE_OPERATOR;
+    plain.op = selectBinary(plainOperator(node->op), left->type, right->type);
+    plain.left = left;
+    plain.right = right;
+    plain.routine = plain.op == NO_OPERATOR ? undefinedOperation : operatorRoutine(plain.op);
+    const Value *below = currentContext->stack;
+    plain.routine(&plain);
+    return currentContext->stack == below ? nullptr : popValue();
 }
 
 void storeCompound(ExprNode *node, Value *result) {

@@ -20,6 +20,7 @@
 #include "rtlib/cFunctions.h"
 #include "rtlib/libraryCall.h"
 #include "rtlib/textState.h"
+#include "rtlib/valueText.h"
 
 namespace zy {
 
@@ -209,13 +210,23 @@ void strncpyOperator(ExprNode *node) { writeText<writeCounted, true>(node); }
 void strcatOperator(ExprNode *node) { writeText<writeAppended, false>(node); }
 void strncatOperator(ExprNode *node) { writeText<writeCountedAppended, true>(node); }
 
+// ---- New texts ----------------------------------------------------------------------------------
+
 namespace {
 
-// A text that grows, in a block that a string variable may own.
+// A text that grows, in a block that a string variable may own. Null parts add nothing, and a text
+// of nothing else is null.
 class GrowingText {
 public:
     ~GrowingText() { free(text); }
+    // The text of an operand; false if there is no operand, or no memory.
+    bool addOperand(ExprNode *node) {
+        const Operand operand(node, Operand::CONTENTS);
+        return operand && append(static_cast<const char *>(addressIn(operand.get())));
+    }
     bool append(const char *part) {
+        if (!part)
+            return true;
         size_t size = strlen(part);
         if (length + size >= room) {
             constexpr size_t spare = 32;  // for the short parts that mostly follow
@@ -231,30 +242,53 @@ public:
         length += size;
         return true;
     }
-    // NULL if nothing was appended.
-    char *take() { return std::exchange(text, nullptr); }
+    void push() {
+        Value *result = pushNewValue();
+        if (!result)
+            return;
+        result->type = DT_STRING;
+        result->payload.text = std::exchange(text, nullptr);
+    }
 
 private:
     char *text = nullptr;
     size_t length = 0, room = 0;
 };
 
+bool isText(const Value *value) {
+    int type = static_cast<int>(value->type);
+    return type == DT_STRING || type == DT_P_CHAR || type == DT_P_UCHAR || type == DT_P_VOID ||
+           type == DT_NULL || isArray(type);
+}
+
 }  // namespace
 
 void straddOperator(ExprNode *node) {
+    GrowingText sum;
+    for (const ExprNode *cell = node->left; cell; cell = cell->next)
+        if (!sum.addOperand(cell->item))
+            return;
+    sum.push();
+}
+
+void addStringOperator(ExprNode *node) {
+    GrowingText sum;
+    if (sum.addOperand(node->left) && sum.addOperand(node->right))
+        sum.push();
+}
+
+void toStringOperator(ExprNode *node) {
     GrowingText text;
-    for (const ExprNode *cell = node->left; cell; cell = cell->next) {
-        Operand argument(cell->item, Operand::CONTENTS);
-        if (!argument)
-            return;
-        const auto *part = static_cast<const char *>(addressIn(argument.get()));
-        if (part && !text.append(part))
-            return;
+    bool done = false;
+    {
+        const Operand operand(node->left, Operand::CONTENTS);
+        if (operand && isText(operand.get()))
+            done = text.append(static_cast<const char *>(addressIn(operand.get())));
+        else if (operand)
+            done = text.append(valueToText(operand.get()).c_str());
     }
-    if (Value *result = pushNewValue()) {
-        result->type = DT_STRING;
-        result->payload.text = text.take();
-    }
+    if (done)
+        text.push();
 }
 
 // ---- Tokens -------------------------------------------------------------------------------------
