@@ -289,15 +289,35 @@ void ownElements(Value *view) {
     pushValue(copy);
 }
 
+// The same for objects: the elements end without their texts, which stay.
+void ownObjects(Value *view, const StructInfo *info) {
+    auto *block =
+        info ? static_cast<char *>(allocOrFail(size_t{view->count} * info->size)) : nullptr;
+    if (!block)
+        return;
+    memset(block, 0, size_t{view->count} * info->size);
+    const auto *source = static_cast<const char *>(view->payload.p);
+    for (uint32_t i = 0; i < view->count; i++) {
+        size_t offset = size_t{i} * info->size;
+        copyObject(block + offset, source + offset, info);
+        keepTextsOf(block + offset, info);
+    }
+    view->payload.p = block;
+    view->shape = copyShape(view->shape);
+    view->ownership = ARRAY_OWNED;
+}
+
 // What was read from a temporary object outlives it.
-void keepTopValue() {
+void keepTopValue(const TypeInfo *member) {
     Value *top = currentContext->stack;
     if (top && top->type == DT_STRUCT && !top->owned) {
-        ownObject(top);
-        top->owned = top->payload.p ? OWNED_PART : 0;
-    } else if (top && (top->type == DT_CARRAY || top->type == DT_ARRAY) &&
-               top->payload2.elementType != DT_STRUCT)
-        ownElements(top);
+        ownPart(top);
+    } else if (top && (top->type == DT_CARRAY || top->type == DT_ARRAY)) {
+        if (top->payload2.elementType == DT_STRUCT)
+            ownObjects(top, member->structLink);
+        else
+            ownElements(top);
+    }
 }
 
 // `A::f()` within the class runs on the object of the function that calls it.
@@ -349,7 +369,7 @@ void readMember(ExprNode *node) {
     } else {
         pushMemberAt(member, object.place);
         if (object.isTemporary())
-            keepTopValue();
+            keepTopValue(member);
     }
 }
 

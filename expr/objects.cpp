@@ -101,4 +101,9 @@ void ownObject(Value *value) {
     value->noFree = 0;
 }
 
+void ownPart(Value *value) {
+    ownObject(value);
+    value->owned = value->payload.p ? OWNED_PART : 0;
+}
+
 }  // namespace zy

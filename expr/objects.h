@@ -15,6 +15,8 @@ void keepTextsOf(void *object, const StructInfo *info);
 void *newObjectCopy(const void *source, const StructInfo *info);
 // Makes a Value that views an object own a copy of it.
 void ownObject(Value *value);
+// The same of a part of something that ends with the operator that reads it.
+void ownPart(Value *value);
 // Releases what the object owns, not its bytes.
 void releaseObject(void *object, const StructInfo *info);
 

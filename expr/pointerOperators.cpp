@@ -7,6 +7,8 @@
 #include "expr/evaluator.h"
 #include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
+#include "expr/nodes.h"
+#include "expr/objects.h"
 #include "expr/operators.h"
 #include "expr/routines.h"
 #include "expr/scalarFamilies.h"
@@ -20,13 +22,49 @@
 
 namespace zy {
 
+namespace {
+
+// A pointer into the text of a string_t that was cast is what is left of the text; NULL for others.
+Value *restOfText(Operand &text, const Value *number, int code) {
+    if (text->type != DT_STRING || !text->payload.text)
+        return nullptr;
+    int64_t distance = truncateToInt64(readDouble(number));
+    if (code == OP_POINTER_SUBTRACT)
+        distance = -distance;
+    size_t length = strlen(text->payload.text);
+    bool isInside = distance >= 0 && static_cast<uint64_t>(distance) <= length;
+    Value *record = isInside ? text.takeRecord() : nullptr;
+    if (record)
+        memmove(record->payload.text, record->payload.text + distance,
+                length - static_cast<size_t>(distance) + 1);
+    return record;
+}
+
+// What is pointed into stays for as long as the program is there.
+void keepTarget(Operand &operand) {
+    bool isText = operand->type == DT_STRING;
+    bool isOwned = isArray(operand->type) && operand->ownership == ARRAY_OWNED &&
+                   operand->payload2.elementType != DT_STRING;
+    if (Value *record = isText || isOwned ? operand.takeRecord() : nullptr) {
+        keepText(record->payload.text);
+        recycleValue(record);
+    }
+}
+
+}  // namespace
+
 void pointerArithmetic(ExprNode *node) {
     Value *result = nullptr;
     {
         Operand left(node->left), right(node->right);
         if (!left || !right)
             return;
-        result = pointerAdd(node, left.get(), right.get(), node->op);
+        result = restOfText(left, right.get(), node->op);
+        if (!result) {
+            result = pointerAdd(node, left.get(), right.get(), node->op);
+            keepTarget(left);
+            keepTarget(right);
+        }
     }
     if (result)
         pushValue(result);
@@ -94,8 +132,11 @@ Value *derefOwned(const ExprNode *node, Operand &array) {
         recycleValue(result);
         result = copy;
     }
-    if (result && result->type == DT_STRUCT)
+    if (result && result->type == DT_STRUCT) {
         result->payload2.structInfo = structInfoOf(node);
+        if (array->ownership == ARRAY_OWNED)
+            ownPart(result);
+    }
     if (Value *record = array.takeRecord())
         deleteValue(record);
     return result;

@@ -5,6 +5,7 @@
 
 #include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
+#include "expr/objects.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
 #include "instance/report.h"
@@ -272,6 +273,8 @@ Value *readElement(const ExprNode *node, const Element &element) {
         return nullptr;
     if (element.type == DT_STRUCT) {
         viewObject(value, node, element.address);
+        if (element.array && element.array->ownership == ARRAY_OWNED)
+            ownPart(value);
         return value;
     }
     if (!loadElement(value, element.address, element.type)) {
