@@ -8,8 +8,8 @@
 namespace zy {
 
 char *keepText(char *text) {
-    ExprNode *cell = newListCell(nullptr);
-    if (!cell || !text)
+    ExprNode *cell = text ? newListCell(nullptr) : nullptr;
+    if (!cell)
         return text;
     cell->payload.text = text;
     cell->next = keptTexts;

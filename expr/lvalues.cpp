@@ -41,16 +41,36 @@ LvalueAnswer variableAnswer(const TypeInfo *variable, bool forAssign) {
     return LVALUE_YES;
 }
 
-// A part of a const object, and what a pointer to const leads to, are const.
-bool leadsThroughConst(const ExprNode *tree) {
-    while (isOperator(tree) && (isSubscript(tree->op) || isMember(tree->op))) {
-        const TypeInfo *member = isMember(tree->op) ? memberOf(tree) : nullptr;
-        if (member && (member->qualifiers & QUALIFIER_CONST))
-            return true;
+// The variable or member that subscripts, stars and so on start from, at `tree`; NULL for any other
+// expression.
+const TypeInfo *startOf(const ExprNode *&tree) {
+    while (isOperator(tree) && (isSubscript(tree->op) || tree->op == OP_INDIRECTION))
         tree = tree->left;
-    }
-    const TypeInfo *variable = variableOf(tree);
-    return variable && (variable->qualifiers & QUALIFIER_CONST);
+    return isOperator(tree) && isMember(tree->op) ? memberOf(tree) : variableOf(tree);
+}
+
+// Whether what a tree leads to can't be changed. The const of a declaration is that of its
+// innermost type: behind all pointers, or of the object itself if there are none. A part of a const
+// object is const, what it points to isn't.
+bool isConstPlace(const ExprNode *tree) {
+    DataType type = treeDataType(tree);
+    const ExprNode *start = tree;
+    const TypeInfo *declared = startOf(start);
+    if (!declared)
+        return false;
+    bool isInside = declared->dataType == type;
+    if (!isPointer(type) && (declared->qualifiers & QUALIFIER_CONST))
+        return true;
+    if (isPointer(type) && isInside && (declared->qualifiers & QUALIFIER_CONST_POINTER))
+        return true;
+    if (!isInside || !isOperator(start))
+        return false;
+    if (start->op != OP_ARROW)
+        return isConstPlace(start->left);
+    const ExprNode *pointer = start->left;
+    const TypeInfo *object = startOf(pointer);
+    return object && (object->qualifiers & QUALIFIER_CONST) &&
+           treeDataType(start->left) == DT_P_STRUCT;
 }
 
 // An element of an array that nothing keeps: a store would be lost, and an address outlive it.
@@ -63,7 +83,7 @@ bool isOfTemporaryArray(const ExprNode *tree) {
 LvalueAnswer partAnswer(const ExprNode *tree, bool forAssign) {
     if (isOfTemporaryArray(tree))
         return LVALUE_NOT;
-    if (forAssign && !atDeclaration() && leadsThroughConst(tree))
+    if (forAssign && !atDeclaration() && isConstPlace(tree))
         return constAnswer(true);
     return LVALUE_YES;
 }

@@ -7,6 +7,7 @@
 
 #include "decl/funcInfo.h"
 #include "expr/nodeClasses.h"
+#include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
@@ -142,9 +143,10 @@ void putText(void *address, const Value *value) {
     free(old);
 }
 
+// A pointer owns nothing, so its copy of a text stays for as long as the program is there.
 const void *pointerFor(const Value *value) {
     if (value->type == DT_STRING)
-        return copyString(value->payload.text);
+        return keepText(copyString(value->payload.text));
     if (isPointer(static_cast<int>(value->type)) || isArrayLike(static_cast<int>(value->type)))
         return pointerOf(value);
     return reinterpret_cast<const void *>(static_cast<uintptr_t>(readUnsigned64(value)));

@@ -106,10 +106,11 @@ Base baseOfCell(const VarCell *cell) {
             false};
 }
 
+// The text of a string_t that was cast to a pointer keeps its type.
 Base baseOfValue(const Value *value) {
     bool isArray = isArrayLike(static_cast<int>(value->type));
     return {value->payload.p,
-            static_cast<int>(value->type),
+            value->type == DT_STRING ? +DT_P_CHAR : static_cast<int>(value->type),
             value->payload2.elementType,
             isArray ? value->shape : nullptr,
             isArray,
