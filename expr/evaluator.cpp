@@ -38,7 +38,7 @@ void countStep() {
 
 void runChainWithEvents() {
     for (ExprNode *node = currentContext->chain; node; node = advance()) {
-        bool isTree = node->kind == NODE_BRANCHES && node->left->op != OP_CALL;
+        bool isTree = node->kind == NODE_BRANCHES && !(node->left && node->left->op == OP_CALL);
         if (isTree)
             noteDirectSteps(node->left);
         else
@@ -121,7 +121,7 @@ void endJumped(StmtNode *statement) {
 
 // Nested runs stand on the host's stack, unlike the calls of a script.
 void refuseNesting() {
-    runError("calls within && || ?: are nested too deeply");
+    runError("calls are nested too deeply");
     pushValue(newZeroValue(DT_INT));
 }
 

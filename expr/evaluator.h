@@ -22,8 +22,8 @@ Value *addressOf(ExprNode *inner);
 Value *incrementValue(const Value *old);
 Value *decrementValue(const Value *old);
 
-// The result of && and || (codes 9 and 7), whose right operand runs only if it decides.
-int evalShortCircuit(ExprNode *node, int code, const Value *left);
+// && and ||: goes on with the right operand, or behind the operator if the left one decides.
+bool evalShortCircuit(ExprNode *node, int code, const Value *left);
 void evalConditional(ExprNode *node);
 
 }  // namespace zy

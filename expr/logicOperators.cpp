@@ -85,25 +85,40 @@ bool takeTextOrder(ExprNode *node, int &order) {
 
 // ---- On demand ----------------------------------------------------------------------------------
 
-int evalShortCircuit(ExprNode *node, int code, const Value *left) {
-    bool truth = logicalValue(left);
-    if (truth == (code == OP_OR))
-        return truth;
-    if (ExprNode *chain = branchChainsOf(node).first)
-        runNested(chain);
-    Operand right(node->right, Operand::CONTENTS);
-    return right && logicalValue(right.get());
+// The operator's node says itself what runs next.
+
+bool evalShortCircuit(ExprNode *node, int code, const Value *left) {
+    bool truth = logicalValue(left), decides = truth == (code == OP_OR);
+    BranchChains chains = branchChainsOf(node);
+    node->next = decides ? chains.second : chains.first;
+    return decides;
 }
 
 void shortCircuit(ExprNode *node) {
-    int answer = 0;
+    bool decides;
     {
         Operand left(node->left, Operand::CONTENTS);
         if (!left)
             return;
-        answer = evalShortCircuit(node, node->op, left.get());
+        decides = evalShortCircuit(node, node->op, left.get());
+    }
+    if (decides)
+        pushScalar(int{node->op == OP_OR});
+}
+
+void endShortCircuit(ExprNode *end) {
+    int answer;
+    {
+        Operand right(end->right->right, Operand::CONTENTS);
+        answer = right && logicalValue(right.get());
     }
     pushScalar(answer);
+}
+
+void evalConditional(ExprNode *node) {
+    Operand condition(node->left, Operand::CONTENTS);
+    BranchChains chains = branchChainsOf(node);
+    node->next = condition && logicalValue(condition.get()) ? chains.first : chains.second;
 }
 
 namespace {
@@ -123,36 +138,10 @@ void widen(ExprNode *chosen, ExprNode *other) {
     deleteValue(value);
 }
 
-// Runs the branch that the condition chooses; false if there was no condition.
-bool runBranch(ExprNode *node, bool &truth) {
-    {
-        Operand condition(node->left, Operand::CONTENTS);
-        if (!condition)
-            return false;
-        truth = logicalValue(condition.get());
-    }
-    BranchChains chains = branchChainsOf(node);
-    runNested(truth ? chains.first : chains.second);
-    return true;
-}
-
-void conditionalOfOneType(ExprNode *node) {
-    bool truth;
-    runBranch(node, truth);
-}
-
-void conditionalOfTwoTypes(ExprNode *node) {
-    bool truth;
-    if (runBranch(node, truth))
-        widen(truth ? node->right : node->third, truth ? node->third : node->right);
-}
-
 }  // namespace
 
-void evalConditional(ExprNode *node) {
-    bool same = treeType(node->right) == treeType(node->third);
-    node->routine = same ? conditionalOfOneType : conditionalOfTwoTypes;
-    node->routine(node);
-}
+void endFirstBranch(ExprNode *end) { widen(end->right->right, end->right->third); }
+
+void endSecondBranch(ExprNode *end) { widen(end->right->third, end->right->right); }
 
 }  // namespace zy

@@ -279,6 +279,11 @@ void releaseLeaf(ExprNode *node) {
             releaseShape(reinterpret_cast<ArrayInfo *>(node)->fixedShape);
             deleteNode(reinterpret_cast<ArrayInfo *>(node)->bounds);
             break;
+        case NODE_BRANCHES:
+            for (ExprNode *end : {node->third, node->fourth})
+                if (end)
+                    recycleValue(end);
+            break;
         case NODE_FUNC_INFO: releaseTypeList(reinterpret_cast<FuncInfo *>(node)->parameters); break;
         case NODE_STRUCT_INFO:
             releaseTypeList(reinterpret_cast<StructInfo *>(node)->members);

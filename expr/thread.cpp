@@ -38,6 +38,8 @@ public:
         emitReady(node);
         node->routine = routineFor(node);
     }
+    // What stands in it already.
+    ExprNode *rest() const { return head; }
     // One that has its routine.
     void emitReady(ExprNode *node) {
         node->next = head;
@@ -125,22 +127,39 @@ void threadMember(ChainBuilder &chain, ExprNode *node) {
 // ---- On demand
 // -----------------------------------------------------------------------------------
 
-void keepBranches(ExprNode *node, ExprNode *first, ExprNode *second) {
-    ExprNode *branches = branchesOf(node);
-    if (!branches)
-        return;
-    branches->left = first;
-    branches->right = second;
+// What stands at the end of a branch, in front of what the chain goes on with.
+ExprNode *branchEnd(ExprNode *&place, NodeRoutine routine, ExprNode *node, ExprNode *next) {
+    if (!place && (place = newOperatorNode(0)))
+        place->kind = NODE_BRANCHES;
+    if (!place)
+        return next;
+    place->left = nullptr;
+    place->right = node;
+    place->routine = routine;
+    place->next = next;
+    return place;
 }
 
 void threadShortCircuit(ChainBuilder &chain, ExprNode *node) {
-    keepBranches(node, compileChain(node->right, nullptr, false), nullptr);
+    ExprNode *branches = branchesOf(node), *rest = chain.rest();
+    if (!branches)
+        return;
+    ExprNode *end = branchEnd(branches->third, endShortCircuit, node, rest);
+    branches->left = compileChain(node->right, end, false);
+    branches->right = rest;
     threadLeft(chain, node);
 }
 
 void threadConditional(ChainBuilder &chain, ExprNode *node) {
-    ExprNode *first = compileChain(node->right, nullptr, true);
-    keepBranches(node, first, compileChain(node->third, nullptr, true));
+    ExprNode *branches = branchesOf(node), *rest = chain.rest();
+    if (!branches)
+        return;
+    bool isOfOneType = treeType(node->right) == treeType(node->third);
+    auto endOf = [&](ExprNode *&place, NodeRoutine routine) {
+        return isOfOneType ? rest : branchEnd(place, routine, node, rest);
+    };
+    branches->left = compileChain(node->right, endOf(branches->third, endFirstBranch), true);
+    branches->right = compileChain(node->third, endOf(branches->fourth, endSecondBranch), true);
     threadLeft(chain, node);
 }
 

@@ -20,13 +20,17 @@ ExprNode *compileChain(ExprNode *tree, ExprNode *next, bool keepConstants);
 // on the stack when it stores.
 ExprNode *threadAssignTarget(ExprNode *target, ExprNode *next);
 
-// Of && || and ?: the chains of what runs on demand, threaded with their node. Each ends in NULL;
-// a chain is NULL where the operand is a constant to be read in place (&& and || only).
+// Of && || and ?: where the chain goes on, by the operand: the branch that then runs goes on with what
+// stands behind the operator.
 struct BranchChains {
     ExprNode *first;   // right of && and ||; what stands behind ?
-    ExprNode *second;  // what stands behind :
+    ExprNode *second;  // behind && and || that are decided; what stands behind :
 };
 BranchChains branchChainsOf(const ExprNode *node);
+// What runs at the end of such a branch, if anything has to.
+void endShortCircuit(ExprNode *end);
+void endFirstBranch(ExprNode *end);
+void endSecondBranch(ExprNode *end);
 
 // Of operators that evaluate their arguments one at a time: each list cell keeps the chain of its
 // item, which is no part of the operator's. A constant, which is read in place, has none.

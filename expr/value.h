@@ -25,8 +25,9 @@ enum NodeKind : uint32_t {
     NODE_FOREACH = 5,
     NODE_ARRAY_INFO = 6,
     NODE_EXTENT = 7,
-    NODE_BRANCHES = 8,  // left, right: where the chains of a threaded && || ?: begin, or the direct
-                        // tree whose number the node pushes; not owned
+    NODE_BRANCHES = 8,  // what threading hangs on an operator. left, right, not owned: where the
+                        // chains of && || ?: begin, or the direct tree whose number the node pushes
+                        // and a call in front of it. third, fourth: the ends of branches
     NODE_FUNC_INFO = 9,
     NODE_STRUCT_INFO = 10,
 };

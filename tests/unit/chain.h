@@ -48,7 +48,7 @@ protected:
         if (tree.kind != NODE_OPERATOR)
             return;
         if (tree.fourth && tree.fourth->kind == NODE_BRANCHES) {
-            recycleValue(tree.fourth);
+            deleteNode(tree.fourth);
             tree.fourth = nullptr;
         }
         for (ExprNode *field : {tree.left, tree.right, tree.third, tree.fourth})

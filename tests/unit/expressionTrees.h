@@ -104,7 +104,8 @@ protected:
     static std::string textOf(const ExprNode *head) {
         std::string text;
         for (; head; head = head->next)
-            text += (text.empty() ? "" : " ") + nameOf(head);
+            if (head->kind != NODE_BRANCHES)  // the end of a branch
+                text += (text.empty() ? "" : " ") + nameOf(head);
         return text;
     }
 

@@ -76,7 +76,7 @@ TEST_F(Thread, TheRightmostOperandRunsFirst) {
     EXPECT_EQ(chainAndRelease(node(OP_STREVAL, leaf(a), leaf(b))), "a 697");
 }
 
-TEST_F(Thread, BranchesAreChainsOfTheirOwn) {
+TEST_F(Thread, BranchesGoOnBehindTheirOperator) {
     ExprNode *tree = bind(OP_LOGICAL_AND, leaf(a), sum());
     EXPECT_EQ(chainOf(tree), "a 9");
     EXPECT_EQ(textOf(branchChainsOf(tree).first), "b a 57");
@@ -84,7 +84,14 @@ TEST_F(Thread, BranchesAreChainsOfTheirOwn) {
 
     tree = bind(OP_LOGICAL_OR, leaf(a), number(1));
     EXPECT_EQ(chainOf(tree), "a 7");
-    EXPECT_EQ(branchChainsOf(tree).first, nullptr);
+    EXPECT_EQ(textOf(branchChainsOf(tree).first), "");
+    deleteNode(tree);
+
+    ExprNode *branch = node(OP_CONDITIONAL, leaf(a), sum());
+    branch->third = number(4);
+    tree = bind(OP_PLUS, branch, leaf(b));
+    EXPECT_EQ(chainOf(tree), "b a 703 57");
+    EXPECT_EQ(textOf(branchChainsOf(branch).first), "b a 57 57");
     deleteNode(tree);
 
     tree = bind(OP_CONDITIONAL, leaf(a), sum(), number(4));
