@@ -120,6 +120,7 @@ private:
     bool defineMemberFunction(const Declarator &declarator, bool &bodyFollows);
     bool defineStaticMember(const Declarator &declarator);
     bool checkMemberShape(const Declarator &declarator);
+    void constructStaticMember(const Declarator &declarator);
 
     bool checkPlain(const TypeInfo *info, bool isInitialised) const;
     bool declareObject(TypeInfo *&info, const Declarator &declarator);
@@ -183,7 +184,9 @@ bool DeclarationParser::parseBody() {
 
 // struct x; and the definition of an aggregate without a variable. False: declarators follow.
 bool DeclarationParser::declareTagAlone() {
-    if (specifiers.aggregate == AGGREGATE_NONE || isAbstract() || !acceptChar(';'))
+    bool isMemberDefinition = specifiers.member != nullptr;
+    if (specifiers.aggregate == AGGREGATE_NONE || isAbstract() || isMemberDefinition ||
+        !acceptChar(';'))
         return false;
     bool isHere = context == CONTEXT_PLAIN && currentBlock && level == currentBlock->level;
     bool isAnonymous = isMember() && specifiers.isUntagged && !specifiers.storageGiven &&
@@ -235,10 +238,11 @@ bool DeclarationParser::completeType(const Declarator &declarator) {
         tag = specifiers.typeSymbol = tagForUse(declarator);
     if (!tag)
         return false;
+    bool isSharedMember = isMember() && specifiers.storage == STORAGE_STATIC;  // defined later
     bool isObject = declarator.dataType == DT_STRUCT && declarator.kind < KIND_FUNCTION &&
                     declarator.kind != KIND_REFERENCE && context != CONTEXT_PARAMETER &&
-                    specifiers.storage != STORAGE_TYPEDEF && lineBuffer[linePos] != '(' &&
-                    !(pushedBack && isChar('('));  // of a constructor
+                    specifiers.storage != STORAGE_TYPEDEF && !isSharedMember &&
+                    lineBuffer[linePos] != '(' && !(pushedBack && isChar('('));  // of a constructor
     if (!isObject || !tag->structLink || tag->structLink->size != 0)
         return true;
     const char *name = plainTagName(tag->structLink->tag ? tag->structLink->tag : tag);
@@ -571,6 +575,11 @@ bool DeclarationParser::defineStaticMember(const Declarator &declarator) {
                    member->name->text);
         return false;
     }
+    const StructInfo *type = member->dataType == DT_STRUCT ? member->structLink : nullptr;
+    if (type && type->size == 0) {
+        parseError("struct definition '%s' not defined", plainTagName(type->tag));
+        return false;
+    }
     if (!checkMemberShape(declarator))
         return false;
     allocateStaticCell(member);
@@ -581,7 +590,23 @@ bool DeclarationParser::defineStaticMember(const Declarator &declarator) {
         parseStaticInitialiser(member);
     else if (isInitialised)
         parseAutoInitialiser(member);
+    else if (isLivingObject(member))
+        constructStaticMember(declarator);
     return !errorFlag;
+}
+
+// A class may construct objects of its own that others may not. The constructor may be defined
+// further down.
+void DeclarationParser::constructStaticMember(const Declarator &declarator) {
+    TypeInfo *member = declarator.member, *constructor = member->structLink->constructor;
+    bool isInside = constructor && declarator.memberClass == member->structLink;
+    if (isInside && !enterClass(constructor))
+        return;
+    bool done = checkConstruction(member);
+    if (isInside)
+        leaveClass();
+    if (done)
+        constructAtRun(member);
 }
 
 // ---- Objects ----------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "expr/nodes.h"
 #include "expr/operators.h"
 #include "expr/scope.h"
 #include "instance.h"
@@ -17,6 +18,7 @@
 #include "startup/startupState.h"
 #include "startup/systemVariables.h"
 #include "startup/userData.h"
+#include "stmt/stmtNode.h"
 
 namespace zy {
 
@@ -283,6 +285,26 @@ TEST_F(StartTest, ThePromptIsTheFolderWithAMark) {
     assign(SLOT_PROMPT, "mine: ");
     EXPECT_EQ(promptExpression, nullptr);
     EXPECT_STREQ(textOf(SLOT_PROMPT), "mine: ");
+}
+
+TEST_F(StartTest, AnAssignmentToThePromptIsEvaluatedAnew) {
+    start();
+    ExprNode *parts = nullptr;
+    appendListCell(parts, newSymbolNode(symbolOf(SLOT_CWD)));
+    appendListCell(parts, newSymbolNode(symbolOf(SLOT_CWD)));
+    StmtNode statement{};
+    statement.kind = STMT_EXPRESSION;
+    statement.operandA.tree = newOperatorNode(OP_ASSIGN, newSymbolNode(symbolOf(SLOT_PROMPT)),
+                                              newOperatorNode(OP_STRADD, parts));
+    currentContext->statement = &statement;
+    assign(SLOT_PROMPT, "once");
+    currentContext->statement = nullptr;
+    deleteNode(statement.operandA.tree);
+    for (const char *folder : {"/tmp", "/"}) {
+        assign(SLOT_CWD, folder);
+        evalPrompt();
+        EXPECT_EQ(textOf(SLOT_PROMPT), std::string(folder) + folder);
+    }
 }
 
 TEST_F(StartTest, AnAdministratorHasAnotherMark) {
