@@ -18,11 +18,11 @@ std::string loaderText() {
     return text;
 }
 
-bool isLiveHandle(void *handle) {
+ZyCopySlot *findLiveSlot(void *handle) {
     for (int i = 0; i < std::max(copyCount, 1); i++)
         if (copyTable[i].handle.load(std::memory_order_relaxed) == handle)
-            return true;
-    return handle == e_interp;  // a stand-alone run isn't in the table
+            return &copyTable[i];
+    return nullptr;
 }
 
 // ---- The folder of the copies -------------------------------------------------------------------
@@ -137,6 +137,8 @@ int startLocked(InitEntry &entry, void **handle, ZyOptions *option) {
         plainError("%s() failed", entry.name);
         return -1;
     }
+    for (std::atomic<void *> &address : copyTable[chosen].exports)
+        address.store(nullptr, std::memory_order_relaxed);
     copyTable[chosen].handle = *handle;
     copyTable[chosen].inUse = 1;
     using Start = int (*)(void **, ZyOptions *, ZyPutenv, ZyGetenv);

@@ -15,8 +15,8 @@ int startInstance(InitEntry &entry, void **handle, ZyOptions *option);
 // Ends the instance through its own export and frees its slot; the result of Zy_End().
 int endInstance(void *handle, int (*endExport)(void *));
 
-// Whether a handle is that of an instance: looking a name up in anything else is not safe.
-bool isLiveHandle(void *handle);
+// The slot of an instance; NULL for a handle that isn't one's: looking a name up there isn't safe.
+ZyCopySlot *findLiveSlot(void *handle);
 
 // Why the last look-up or load failed, without a line feed at its end.
 std::string loaderText();

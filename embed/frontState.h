@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <mutex>
 
+#include "embed/exportIndex.h"
 #include "platform/platform.h"
 
 namespace zy {
@@ -16,6 +17,7 @@ constexpr int MAX_COPIES = 500;
 struct ZyCopySlot {
     std::atomic<void *> handle;  // of the loaded copy, NULL when free
     std::atomic<int32_t> inUse;  // read in a loop by a thread that waits for a free slot
+    std::atomic<void *> exports[EXPORT_COUNT];  // those of its copy that were looked up, or NULL
 };
 
 extern ZyCopySlot copyTable[MAX_COPIES];
