@@ -252,6 +252,10 @@ bool parseDeclarator(const Specifiers &specifiers, int level, TypeInfo *list, De
         TypeInfo *member = nullptr;
         if (parseQualifiedName(type, declarator.dataType, level, &member) == QUALIFIED_FAILED)
             return false;
+        if (!member) {  // the path ends at a type
+            parseError("identifier '%s' redeclared", plainTagName(type));
+            return false;
+        }
         takeMember(member, type->structLink, declarator);
         return !errorFlag;
     }

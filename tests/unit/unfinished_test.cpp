@@ -38,6 +38,7 @@ TEST_F(Unfinished, Texts) {
              "class A{int v();A();} class B{A a; B();} B::B(){this->",
              "class B{public ;B(;; ~B(",
              "int sum(a) int a; {a;",
+             "class O{public: class I{int a;};}; int *O::I;",
              "#define two(a, b) a b\nint f();\nint p = f(two(\n (ap, d++; two(ap)",
          })
         use(text);
