@@ -133,6 +133,10 @@ private:
 
     bool nextDeclarator(TypeInfo *last);
     bool afterComma();
+    // Among the declarations of a block; the formals of an old-style function aren't.
+    bool isInBlock() const {
+        return context == CONTEXT_PLAIN && currentBlock && symbolList == &currentBlock->symbols();
+    }
     bool isMember() const { return context == CONTEXT_MEMBER || context == CONTEXT_UNION_MEMBER; }
     bool isAbstract() const { return level == TYPE_ONLY_LEVEL; }
 
@@ -432,11 +436,11 @@ bool DeclarationParser::parsePointerToFunction(TypeInfo *info, const Declarator 
 
 // Prototypes of a block are those of the file, unless they say that the function is local to it.
 bool DeclarationParser::belongsToFile(const Declarator &declarator) const {
-    if (context != CONTEXT_PLAIN || specifiers.storage == STORAGE_TYPEDEF)
+    if (!isInBlock() || specifiers.storage == STORAGE_TYPEDEF)
         return false;
     if (level <= FILE_LEVEL || specifiers.storage == STORAGE_EXTERN)
         return true;
-    return specifiers.storage != STORAGE_LOCAL && declarator.stars == 0 && !charFollows("{");
+    return specifiers.storage != STORAGE_LOCAL && declarator.stars == 0 && !openBraceFollows();
 }
 
 bool DeclarationParser::readFunctionType(TypeInfo *info, const Declarator &declarator) {
@@ -490,13 +494,13 @@ bool DeclarationParser::declareFunction(TypeInfo *&info, Declarator &declarator,
         releaseTypeInfo(info);
         return false;
     }
-    if (isMember() && charFollows("{")) {
+    if (isMember() && openBraceFollows()) {
         parseError("cannot define member function inside struct/class in Zy");
         releaseTypeInfo(info);
         return false;
     }
     info = installFunction(info, declarator);
-    if (info && context == CONTEXT_PLAIN)
+    if (info && isInBlock())
         bodyFollows = functionPrologue(info, specifiers.storage == STORAGE_TYPEDEF);
     return info && !errorFlag;
 }

@@ -23,6 +23,14 @@ namespace zy {
 
 namespace {
 
+bool charFollows(const char *accepted) {
+    if (pushedBack)
+        return false;  // the body of an old-style function
+    peekNonBlank();
+    char c = lineBuffer[linePos];
+    return c != '\0' && strchr(accepted, c);
+}
+
 // ---- What the function returns ----------------------------------------------------------------
 
 // A row for each kind that the declarator has before the parameter list; all others return the
@@ -331,7 +339,7 @@ TypeInfo *redeclareFunction(TypeInfo *existing, TypeInfo *fresh) {
     compareFunctions(fresh->functionLink, existing->functionLink);
     if (fresh->pointerFunction && existing->pointerFunction)
         compareFunctions(fresh->pointerFunction, existing->pointerFunction);
-    bool isDefinition = charFollows("{");
+    bool isDefinition = openBraceFollows();
     if (!errorFlag && isDefinition && existing->functionLink->body)
         parseError("redefine the user-defined procedure body for '%s'", functionText(existing));
     bool addsFormals = !existing->functionLink->parameters && fresh->functionLink->parameters;

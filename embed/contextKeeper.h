@@ -13,7 +13,7 @@ public:
     ContextKeeper(const ContextKeeper &) = delete;
     ContextKeeper &operator=(const ContextKeeper &) = delete;
     ~ContextKeeper() {
-        if (jumpIsPending()) {
+        if (isUnwinding()) {
             context->statement = statement;
             context->chain = nullptr;
             context->phase = phase;

@@ -258,8 +258,9 @@ public:
         currentContext = interrupted;
         if (own)
             releaseContext(own);
-        executing = running && !jumpIsPending();
-        if (jumpIsPending())
+        forgetEnding();
+        executing = running && !isUnwinding();
+        if (isUnwinding())
             currentContext->chain = nullptr;
         bool failed = runEnded && runStatus == RUN_ERROR;
         runStatus = failed ? static_cast<unsigned char>(RUN_ERROR) : status;

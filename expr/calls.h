@@ -10,8 +10,9 @@ namespace zy {
 void runStatements(bool debug);
 // It ended with the whole run: nothing of what was interrupted is to go on.
 bool runCutShort();
-// A longjmp has left a nested run for the run around it; until that goes on, nothing else does.
-bool jumpIsPending();
+// A longjmp or the end of all runs has left a nested run for the run around it; until that goes on,
+// nothing else does.
+bool isUnwinding();
 
 // Parses and runs an expression's text; its value is on the stack, zero for a text that is none.
 // 0, or -1. The embedding interface defines it.

@@ -135,7 +135,7 @@ void runNested(ExprNode *chain) {
     ExecContext *context = currentContext;
     ExprNode *savedChain = context->chain;
     StmtNode *savedStatement = context->statement;
-    if (jumpIsPending()) {
+    if (isUnwinding()) {
         endJumped(savedStatement);
         return;
     }
@@ -147,14 +147,14 @@ void runNested(ExprNode *chain) {
         context->statement = nullptr;
         unsigned char savedExecuting = executing;
         runStatements(false);
-        if (!jumpIsPending() && runCutShort()) {
+        if (!isUnwinding() && runCutShort()) {
             endInterrupted();
             return;
         }
-        if (!jumpIsPending())
+        if (!isUnwinding())
             executing = savedExecuting;
     }
-    if (jumpIsPending()) {
+    if (isUnwinding()) {
         endJumped(savedStatement);
         return;
     }

@@ -98,8 +98,11 @@ bool readParameters(MacroEntry *macro) {
         skipLineSpace();
         if (takeDots()) {
             macro->variadic = 1;
-            if (!expectChar(')', true))
+            if (!expectChar(')', true)) {
+                pushedBack = false;  // the rest of the line isn't read
+                dropToken();
                 return false;
+            }
             break;
         }
         if (!readParameter(macro))

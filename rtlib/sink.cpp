@@ -31,7 +31,7 @@ bool Sink::reserve(size_t more) {
 }
 
 void Sink::write(const char *text, size_t length) {
-    if (length == 0 || jumpIsPending())
+    if (length == 0 || isUnwinding())
         return;
     if (stream) {
         failed |= fwrite(text, 1, length, stream) != length;
@@ -48,7 +48,7 @@ void Sink::write(const char *text, size_t length) {
 void Sink::write(const char *text) { write(text, strlen(text)); }
 
 void Sink::print(const char *conversion, ...) {
-    if (jumpIsPending())
+    if (isUnwinding())
         return;
     va_list arguments, again;
     va_start(arguments, conversion);

@@ -89,6 +89,14 @@ bool advanceToStatement(ExecContext *context) {
 
 namespace {
 
+// A nested run has ended with all runs.
+void goOnEnding() {
+    if (endingDepth != runDepth)
+        return;
+    leaveFunctions();
+    endRun();
+}
+
 void runLoop(bool debug) {
     if (e_lang->debugLevel && currentContext != evalContext && debug)
         stepMode = true;
@@ -113,8 +121,10 @@ void runLoop(bool debug) {
             executing = 0;
         else if (executing)
             armTable[statement->kind](currentContext, statement);
-        if (!executing && !takeUpJump())
+        if (!executing && !takeUpJump()) {
+            goOnEnding();
             return;
+        }
     }
 }
 
@@ -127,15 +137,44 @@ void runStatements(bool debug) {
     runDepth--;
 }
 
+// ---- The end of all runs ------------------------------------------------------------------------
+
 namespace {
 
-void leaveAllFunctions() {
-    while (currentContext->caller)
+// A nested run leaves the context in which it begins without a statement.
+bool nestedRunBegan() { return runDepth > 1 && !currentContext->statement; }
+
+}  // namespace
+
+void leaveFunctions() {
+    while (currentContext->function && currentContext->caller && !nestedRunBegan())
         leaveFunction(false);
+}
+
+void endRun() {
     executing = 0;
+    runCut = true;
+    endingDepth = nestedRunBegan() ? runDepth - 1 : 0;
+    if (endingDepth || !hasEndStatus)
+        return;
+    Value *value = newZeroValue(DT_INT);
+    value->payload.i = endStatus;
+    pushValue(value);
+    hasEndStatus = false;
+}
+
+void forgetEnding() {
+    endingDepth = 0;
+    hasEndStatus = false;
+}
+
+namespace {
+
+void endAbortedRun() {
+    leaveFunctions();
+    endRun();
     abortRequest = 0;
     exitRequested = false;
-    runCut = true;
 }
 
 }  // namespace
@@ -150,7 +189,7 @@ bool runCutShort() { return runCut; }
 void doAbort() {
     if (exitRequested) {
         runEnded = true;
-        leaveAllFunctions();
+        endAbortedRun();
         return;
     }
     if (wantsEvent(EVENT_ABORT))
@@ -159,7 +198,7 @@ void doAbort() {
     runAtExit();
     freeAtExitList();
     e_lang->abortedRun = 1;
-    leaveAllFunctions();
+    endAbortedRun();
 }
 
 bool truthOf(const StmtNode *statement) {

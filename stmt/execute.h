@@ -21,14 +21,17 @@ struct JumpRecord {
 void runStatements(bool debug);
 
 // Cells (stmt/runState.cpp).
-extern bool stepMode;       // the debugger's single-stepping is on
-extern bool runEnded;       // _exit or _abort ended the run: main isn't called any more
-extern bool runCut;         // the last runStatements() was ended so, or by an abort
+extern bool stepMode;      // the debugger's single-stepping is on
+extern bool runEnded;      // _exit or _abort ended the run: main isn't called any more
+extern bool runCut;        // the last runStatements() was ended so, or by an abort
+extern int endingDepth;    // of the run that is to go on with the end; 0: none
+extern bool hasEndStatus;  // the end leaves endStatus on the stack
+extern int endStatus;
 extern bool exitRequested;  // with abortRequest: the run is to end that way
 extern int runDepth;        // of runs of the statement loop inside each other
 extern JumpRecord *pendingJump;
 extern ExecContext *pendingTarget;  // where it goes to; NULL: by the record's function
-extern int pendingJumpDepth;  // of the run that is to take it up
+extern int pendingJumpDepth;        // of the run that is to take it up
 // The cell of __func__, and the base frame in which it was found.
 extern const ScopeFrame *functionNameFrame;
 extern VarCell *functionNameCell;
@@ -39,6 +42,13 @@ bool takeUpJump();
 
 // The end of a run that Zy_Abort() asked for, or _exit in a call from the host during that run.
 void doAbort();
+// Leaves functions up to where this run of the loop began. A run inside another one stands on the
+// host's stack, and what is below still uses the contexts of the run around it.
+void leaveFunctions();
+// Ends this run, and those around it when the host's functions between them have returned.
+void endRun();
+// The end has come to a call of the host.
+void forgetEnding();
 // The run ends before its next statement, as _exit ends one.
 void endOuterRun();
 // Defined by the embedding interface, which calls the functions.

@@ -194,7 +194,7 @@ void jumpTo(JumpRecord *record, const ExecContext *target) {
 
 }  // namespace
 
-bool jumpIsPending() { return pendingJump; }
+bool isUnwinding() { return pendingJump || endingDepth; }
 
 bool takeUpJump() {
     if (!pendingJump || pendingJumpDepth != runDepth)

@@ -7,6 +7,9 @@ namespace zy {
 bool stepMode;
 bool runEnded;
 bool runCut;
+int endingDepth;
+bool hasEndStatus;
+int endStatus;
 bool exitRequested;
 int runDepth;
 JumpRecord *pendingJump;

@@ -92,18 +92,11 @@ void setStatus(int status) {
         findVarCell(e_lang->status)->data.i = status;
 }
 
-void leaveAllFunctions() {
-    while (currentContext->function && currentContext->caller)
-        leaveFunction(false);
-}
-
 // The run ends here; its driver finds the status on the stack.
-void endRun(int status) {
-    Value *value = newZeroValue(DT_INT);
-    value->payload.i = status;
-    pushValue(value);
-    executing = 0;
-    runCut = true;
+void endRunWith(int status) {
+    endStatus = status;
+    hasEndStatus = true;
+    endRun();
 }
 
 }  // namespace
@@ -111,7 +104,7 @@ void endRun(int status) {
 void runExit(ExecContext *, StmtNode *statement) {
     int status = readInt(statement->operandA.tree);
     setStatus(status);
-    leaveAllFunctions();
+    leaveFunctions();
     if (!e_lang->embedded) {
         runAtExit();
         exit(status);
@@ -121,13 +114,13 @@ void runExit(ExecContext *, StmtNode *statement) {
     if (status != 0)
         noteRunError();
     runEnded = true;
-    endRun(status);
+    endRunWith(status);
 }
 
 void runAbort(ExecContext *, StmtNode *statement) {
     if (const ExprNode *list = statement->operandA.tree)
         printfEngine(nullptr, list->left);
-    leaveAllFunctions();
+    leaveFunctions();
     freeAtExitList();
     if (!e_lang->embedded) {
         fflush(stdout);
@@ -136,7 +129,7 @@ void runAbort(ExecContext *, StmtNode *statement) {
     }
     noteRunError();
     runEnded = true;
-    endRun(-1);
+    endRunWith(-1);
 }
 
 void runStop(ExecContext *context, StmtNode *statement) {

@@ -38,10 +38,35 @@ TEST_F(Unfinished, Texts) {
              "class A{int v();A();} class B{A a; B();} B::B(){this->",
              "class B{public ;B(;; ~B(",
              "int sum(a) int a; {a;",
+             "int mul(int n)...{",
+             "#define PRINT(a,...0",
+             "int f(N) int g(double){.int",
              "class O{public: class I{int a;};}; int *O::I;",
              "#define two(a, b) a b\nint f();\nint p = f(two(\n (ap, d++; two(ap)",
          })
         use(text);
+}
+
+// Contexts and frames that the host's functions still use are left when these have returned.
+TEST_F(Unfinished, RunsThatEndInsideOthers) {
+    e_lang->embedded = 1;
+    const std::string lives = "class B { public: int n; B(); ~B(); }; B::B() { n = 1; }\n",
+                      ends = "B::~B() { _exit(3); }\n";
+    for (const std::string &text : {
+             lives + ends + "int f() { B b; return 1; } f();",
+             lives + ends + "int f() { int i; for (i = 0; i < 3; i++) { B b[2]; } return 1; } f();",
+             lives + ends + "int f() { for (;;) { B b[2]; break; } return 1; } f();",
+             lives + ends + "int f(B b) { return b.n; } int g() { B b; return 1 + f(b); } g();",
+             std::string("class B { public: int n; B(); ~B(); }; B::B() { _exit(3); }\n"
+                         "B::~B() { n = 2; } int f() { B b[3]; return 1; } f();"),
+             std::string("class B { public: int n; B(); }; B::B() { B b[2]; static B c; } B b;"),
+         }) {
+        std::string code = text;
+        errorsOf([&] { Zy_AppendRunScript_kernel(nullptr, code.data()); });
+        clearValueStack();
+        freshProgram();
+        EXPECT_EQ(before, liveValueCount()) << text;
+    }
 }
 
 }  // namespace
