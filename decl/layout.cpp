@@ -130,12 +130,11 @@ TypeInfo *Layout::placeBitFields(TypeInfo *first) {
 void Layout::completeFunction(TypeInfo *member) {
     if (!member->structLink)
         member->structLink = info;
+    addThis(member, info);
     if (member->name == info->tag->name && !(member->flags & FLAG_CONSTRUCTOR)) {
         const char *name = plainTagName(info->tag);
         parseError("constructor %s::%s() with return type", name, name);
-        return;
     }
-    addThis(member, info);
 }
 
 uint32_t packed(int align) {

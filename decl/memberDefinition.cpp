@@ -104,6 +104,11 @@ QualifiedName parseQualifiedName(Symbol *&symbol, int &dataType, int level, Type
         TypeInfo *member = name ? memberNamed(info, name) : nullptr;
         if (!member)
             return refuseMember(info, name);
+        // A class whose body was refused has no layout, and its functions lack the hidden formal.
+        if (!isType(member) && info->size == 0) {
+            parseError("struct definition '%s' not defined", className(info));
+            return QUALIFIED_FAILED;
+        }
         if (!isType(member)) {
             peekNonBlank();
             if (lineBuffer[linePos] == ':' && lineBuffer[linePos + 1] == ':') {
@@ -165,8 +170,6 @@ void shiftIndices(TypeInfo *list, int distance) {
 
 TypeInfo *detachThis(FuncInfo *function) {
     TypeInfo *self = function->parameters;
-    if (!self)
-        return nullptr;  // lost by a declaration that was refused
     function->parameters = self->next;
     shiftIndices(function->parameters, -1);
     return self;
@@ -183,8 +186,6 @@ void dropVoid(FuncInfo *function) {
 
 void attachThis(FuncInfo *function, TypeInfo *self) {
     dropVoid(function);
-    if (!self)
-        return;
     shiftIndices(function->parameters, 1);
     self->level = function->parameterLevel;
     self->index = 0;

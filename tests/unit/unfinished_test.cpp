@@ -41,6 +41,8 @@ TEST_F(Unfinished, Texts) {
              "int mul(int n)...{",
              "#define PRINT(a,...0",
              "int f(N) int g(double){.int",
+             "class A{int f(int); 5} int A::f(int n){",
+             "class B{int B();}; B::B(){",
              "class O{public: class I{int a;};}; int *O::I;",
              "#define two(a, b) a b\nint f();\nint p = f(two(\n (ap, d++; two(ap)",
          })
