@@ -17,11 +17,12 @@ inline bool isOperator(int code) { return isKeyword(KC_OPERATOR, code); }
 inline bool isTypeWord(int code) { return isKeyword(KC_TYPE, code); }
 inline bool isBodyWord(int code) { return isKeyword(KC_STATEMENT, code); }
 
-// Whether the body of a function comes next, whatever the lexer steps over before it.
+// Whether the body of a function comes next. That of an old-style function has been pushed back.
 inline bool openBraceFollows() {
-    nextToken();
-    pushedBack = true;
-    return isBodyWord(WORD_OPEN_BRACE);
+    if (pushedBack)
+        return isBodyWord(WORD_OPEN_BRACE);
+    peekNonBlank();
+    return lineBuffer[linePos] == '{';
 }
 
 }  // namespace zy

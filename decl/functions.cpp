@@ -332,6 +332,11 @@ void takeFormals(TypeInfo *fresh, TypeInfo *old) {
         old->pointerFunction->variadic = fresh->pointerFunction->variadic;
 }
 
+void refuseSecondBody(const TypeInfo *function) {
+    if (function->functionLink->body)
+        parseError("redefine the user-defined procedure body for '%s'", functionText(function));
+}
+
 }  // namespace
 
 TypeInfo *redeclareFunction(TypeInfo *existing, TypeInfo *fresh) {
@@ -340,8 +345,8 @@ TypeInfo *redeclareFunction(TypeInfo *existing, TypeInfo *fresh) {
     if (fresh->pointerFunction && existing->pointerFunction)
         compareFunctions(fresh->pointerFunction, existing->pointerFunction);
     bool isDefinition = openBraceFollows();
-    if (!errorFlag && isDefinition && existing->functionLink->body)
-        parseError("redefine the user-defined procedure body for '%s'", functionText(existing));
+    if (!errorFlag && isDefinition)
+        refuseSecondBody(existing);
     bool addsFormals = !existing->functionLink->parameters && fresh->functionLink->parameters;
     if (!errorFlag && (isDefinition || addsFormals))
         takeFormals(fresh, existing);
@@ -361,6 +366,9 @@ bool functionPrologue(TypeInfo *function, bool isTypedef) {
         parseError("'typedef' function definition");
         return false;
     }
+    refuseSecondBody(function);  // the lexer may have stepped over dots in front of the brace
+    if (errorFlag)
+        return false;
     return openFunctionBody(function->functionLink) != nullptr;
 }
 

@@ -60,7 +60,7 @@ enum TypeFlag : uint32_t {
     FLAG_PRIVATE = 1 << 2,
     FLAG_PROTECTED = 1 << 3,
     FLAG_ANONYMOUS = 1 << 4,  // a member without a name, whose own members are used in its place
-    FLAG_MEMBER = 1 << 5,  // of a completed struct
+    FLAG_MEMBER = 1 << 5,     // of a completed struct
     FLAG_MEMBER_FUNCTION = 1 << 6,
     FLAG_CONSTRUCTOR = 1 << 7,
     FLAG_DESTRUCTOR = 1 << 8,
