@@ -357,14 +357,18 @@ void assignThroughPointer(ExprNode *node, ExprNode *valueNode) {
             deleteValue(pointer);
         return;
     }
+    bool isText = pointer && pointer->type == DT_STRING;  // a string_t that was cast
     if (pointer && source) {
         void *address = pointer->payload.p;
         if (isNullAddress(address))
             address = addressForNull(node->left);
         if (address)
-            storeByPointerType(address, source.get(), static_cast<int>(pointer->type));
+            storeByPointerType(address, source.get(),
+                               isText ? +DT_P_CHAR : static_cast<int>(pointer->type));
     }
-    if (pointer && popped)
+    if (isText && popped)
+        deleteValue(pointer);
+    else if (pointer && popped)
         recycleValue(pointer);
 }
 
