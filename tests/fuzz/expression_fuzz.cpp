@@ -2,6 +2,7 @@
 //
 // tests/fuzz/run builds and runs it.
 
+#include "embed/scriptDriver.h"
 #include "text_fuzz.h"
 
 using namespace zy;
@@ -14,23 +15,34 @@ bool mayHavePointers(const std::string &text) {
     return text.find_first_of("\"&[_") != text.npos || text.find("new") != text.npos;
 }
 
+int valuesBefore = 0;  // in an instance that has parsed nothing
+
+// Calls declare functions and texts are kept, until the program is released.
+void checkValues() {
+    if (inputsLeft > 0 || !valuesBefore)
+        return;
+    freshProgram();
+    if (liveValueCount() > valuesBefore)
+        fail("a value has leaked");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    freshInstance();
+    checkValues();
+    if (freshInstance()) {
+        freshProgram();
+        valuesBefore = liveValueCount();
+    }
     if (size == 0)
         return 0;
     std::string text = textOf(data + 1, size - 1);
     bool evaluated = data[0] & 1 && !mayHavePointers(text);
-    int values = liveValueCount();
     if (evaluated)
         Zy_ExprEval_kernel(nullptr, text.c_str());
     else
         Zy_ExprParse_kernel(nullptr, text.c_str());
     checkStack();
-    bool declares = text.find('(') != text.npos;  // a call declares the function
-    if (!declares && liveValueCount() != values)
-        fail("a value has leaked");
     textsRun += evaluated;
     return 0;
 }

@@ -129,6 +129,7 @@ void checkValues(const std::string &text) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     silence();
     if (freshInstance()) {
+        appendText("_casesen(0);", false);  // constants of the system are made once, when asked for
         freshProgram();
         valuesBefore = liveValueCount();
     }
