@@ -325,6 +325,8 @@ void leaveFunction(bool withDestructors) {
     }
     if (withDestructors)
         runDestructors(context->function->parameters);
+    if (runsOnObject(context->function) && classContext->ownership == OBJECT_MADE)
+        classContext->ownership = OWNED_PART;  // no result takes what the constructor made
     endCall(context, callPlanOf(context->function));
 }
 

@@ -61,6 +61,8 @@ TEST_F(Unfinished, RunsThatEndInsideOthers) {
              lives + ends + "int f(B b) { return b.n; } int g() { B b; return 1 + f(b); } g();",
              std::string("class B { public: int n; B(); ~B(); }; B::B() { _exit(3); }\n"
                          "B::~B() { n = 2; } int f() { B b[3]; return 1; } f();"),
+             std::string("class B { public: int n; B(); }; B::B() { _exit(3); }\n"
+                         "int f() { B(); return 1; } f();"),
          }) {
         std::string code = text;
         errorsOf([&] { Zy_AppendRunScript_kernel(nullptr, code.data()); });
