@@ -42,6 +42,8 @@ void callOnObject(TypeInfo *function, void *object, bool noFree) {
     call.routine = callPrepared;
     Value *below = currentContext->stack;
     runNested(&call);
+    if (classContext == record)
+        popClassContext();  // the call was refused
     if (currentContext->stack != below)
         if (Value *result = popValue())
             recycleValue(result);
