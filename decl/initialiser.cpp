@@ -24,6 +24,7 @@
 #include "numeric/convert.h"
 #include "numeric/initList.h"
 #include "numeric/shape.h"
+#include "stmt/parseStack.h"
 #include "stmt/parser.h"
 
 namespace zy {
@@ -147,7 +148,8 @@ void refuseValue(const ExprNode *tree) {
     parseOk = 0;
     parseError("invalid initializer");
     const TypeInfo *function = tree ? calledSymbol(tree) : nullptr;
-    if (function && function->functionLink && !function->functionLink->body)
+    const FuncInfo *called = function ? function->functionLink : nullptr;
+    if (called && (!called->body || isBeingParsed(called)))
         parseError("function %s() cannot be used as an initializer for variable of static duration",
                    function->name->text);
 }

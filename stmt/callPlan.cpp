@@ -7,6 +7,7 @@
 #include "stmt/arms.h"
 #include "stmt/callArguments.h"
 #include "stmt/functionName.h"
+#include "stmt/parseStack.h"
 
 namespace zy {
 
@@ -23,6 +24,8 @@ bool takesNumbersAlone(const FuncInfo *function, bool isMember) {
 }  // namespace
 
 CallPlan *makeCallPlan(const FuncInfo *function) {
+    if (isBeingParsed(function))
+        return nullptr;
     bool isMember = function->owner->flags & FLAG_MEMBER_FUNCTION;
     auto *plan = new CallPlan;
     plan->name = fullName(function->owner);

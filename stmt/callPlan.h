@@ -21,6 +21,7 @@ struct CallPlan {
     int activations = 0;
 };
 
+// NULL while the body is being parsed: what its calls have in common isn't known yet.
 CallPlan *makeCallPlan(const FuncInfo *function);
 void releaseCallPlan(StmtNode *body);
 

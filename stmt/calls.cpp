@@ -138,14 +138,14 @@ int refuseUndefined(const TypeInfo *callee, ExprNode *node) {
 
 int enterFunction(TypeInfo *callee, ExprNode *node) {
     FuncInfo *function = callee->functionLink;
-    if (!function->body) [[unlikely]]
+    CallPlan *plan = function->body ? callPlanOf(function) : nullptr;
+    if (!plan) [[unlikely]]
         return refuseUndefined(callee, node);
     if ((callee->flags & FLAG_CONSTRUCTOR) && classContext->object)
         constructMembers(classContext->object, callee->structLink, callee->structLink->members);
     ExecContext *caller = currentContext, *context = newCallContext(function);
     if (!context) [[unlikely]]
         return failMember(callee, function->returnType);
-    CallPlan *plan = callPlanOf(function);
     context->frames = framesOfDefinition(callee, caller->frames);
     setFunctionName(plan);
     ExprNode *rest = node->right;

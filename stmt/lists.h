@@ -27,9 +27,9 @@ bool openElse();
 
 // `while (...);` behind the body of a do statement.
 bool parseDoCondition(StmtNode *statement);
-// The end of a switch, whose block is complete.
 // The labels in front of a statement that is dropped stand in front of the next one.
 void moveCases(const StmtNode *dropped, StmtNode *next);
+// The end of a switch, whose block is complete.
 void finishSwitch(StmtNode *statement);
 // Attaches the case labels that wait to the statement.
 void attachCases(StmtNode *statement);
