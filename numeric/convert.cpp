@@ -113,15 +113,21 @@ bool hasPointer(const Value *value) {
     return isPointer(type) || type == DT_STRING || type == DT_NAME || isArrayLike(type);
 }
 
+// The address alone, without what an array's value has of its own.
+void reduceToAddress(Value *value) {
+    void *address = pointerOf(value);
+    if (isArrayLike(value->type))
+        releaseArrayValue(value);
+    value->payload.p = address;
+    value->type = DT_P_VOID;
+}
+
 // A text keeps its type as a pointer to its characters: it owns them.
 bool convertToPointer(Value *value, int type) {
     if (value->type == DT_STRING && type == DT_P_CHAR)
         return true;
     if (hasPointer(value)) {
-        void *address = pointerOf(value);
-        if (isArrayLike(value->type))
-            releaseArrayValue(value);
-        value->payload.p = address;
+        reduceToAddress(value);
     } else if (isScalarNumeric(value->type)) {
         value->payload.bits = readUnsigned64(value);
     } else {
@@ -155,6 +161,8 @@ bool convertScalar(Value *value, int type) {
     if (isScalarNumeric(type)) {
         if (!isScalarNumeric(found) && !isPointer(found))
             return false;
+        if (isArrayLike(found))
+            reduceToAddress(value);
         convertNumber(value, type);
         return true;
     }
