@@ -17,6 +17,7 @@
 #include "front/lexer.h"
 #include "front/preprocessorState.h"
 #include "instance/langState.h"
+#include "text_fuzz.h"
 
 using namespace zy;
 
@@ -32,30 +33,6 @@ enum Switch : uint8_t {
     LOOK_AHEAD = 64,
     EXPECT = 128,
 };
-
-// So many inputs share an instance: its names would grow without end.
-constexpr int INPUTS_PER_INSTANCE = 2000;
-int inputsLeft = 0;
-
-[[noreturn]] void fail(const char *what) {
-    fprintf(stdout, "%s\n", what);
-    fflush(stdout);
-    abort();
-}
-
-void freshInstance() {
-    if (inputsLeft-- > 0)
-        return;
-    if (e_lang)
-        cleanMemory();
-    if (liveValueCount() != 0)
-        fail("an instance has left values behind");
-    initConstSysVars();
-    resetContexts();
-    freshProgram();
-    directivesIdle = true;
-    inputsLeft = INPUTS_PER_INSTANCE;
-}
 
 FILE *openText(const uint8_t *data, size_t size) {
     static const uint8_t blank[] = " ";
@@ -149,9 +126,14 @@ void takeToken(uint8_t switches, unsigned turn) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    freshInstance();
+    if (freshInstance())
+        freshProgram();
     if (size == 0)
         return 0;
+    std::string text(data, data + size);
+    if (has(text, "if") && has(text, "#") && mayHavePointers(text))
+        return -1;  // conditions are evaluated
+    directivesIdle = true;
     uint8_t switches = *data++;
     size--;
     int values = liveValueCount();
@@ -174,5 +156,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     resetConditions();
     releaseLexer();
     e_lang->rawLineMode = 0;
+    directivesIdle = false;
     return 0;
 }

@@ -35,26 +35,6 @@ void silence() {
     static_cast<void>(nothing);
 }
 
-bool has(const std::string &text, const char *part) { return text.find(part) != text.npos; }
-
-// Whether every `*` stands between blanks, as a product is written and a pointer is not.
-bool hasProductsOnly(const std::string &text) {
-    for (size_t i = text.find('*'); i != text.npos; i = text.find('*', i + 1))
-        if (i == 0 || text[i - 1] != ' ' || (text[i + 1] != ' ' && text[i + 1] != '='))
-            return false;
-    return true;
-}
-
-// A pointer that a script computes may point anywhere, and reading there is the script's fault: no
-// text that can make one is run. Functions of the C library take any number for a pointer.
-bool mayHavePointers(const std::string &text) {
-    for (const char *part : {"\"", "&", "->", "new", ")[", "[]", "<std", "<str", "<time", "<set",
-                             " _", "\n_", "(_", "this", "alloc", "_t"})
-        if (has(text, part))
-            return true;
-    return !hasProductsOnly(text);
-}
-
 std::string withoutAnd(std::string text) {
     for (size_t i; (i = text.find("&&")) != text.npos;)
         text.replace(i, 2, "||");
