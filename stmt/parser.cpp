@@ -105,10 +105,13 @@ bool isBareMain(const NameEntry *name) {
 }
 
 void insertIntBeforeMain() {
-    constexpr int nameLength = 4;
-    int start = linePos - nameLength;
-    while (start > 0 && strncmp(lineBuffer + start, "main", nameLength) != 0)
+    int nameLength = 4, start = linePos;
+    while (start >= 0 && strncmp(lineBuffer + start, "main", static_cast<size_t>(nameLength)) != 0)
         start--;
+    if (start < 0) {  // it stood on an earlier line
+        start = linePos;
+        nameLength = 0;
+    }
     std::string head = std::string("int ") + bareMainName();
     int added = static_cast<int>(head.size()) - nameLength;
     if (lineLength + added >= SOURCE_LINE_MAX) {
