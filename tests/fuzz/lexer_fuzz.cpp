@@ -131,7 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0)
         return 0;
     std::string text(data, data + size);
-    if (has(text, "if") && has(text, "#") && mayHavePointers(text))
+    if (has(text, "if") && has(text, "#") && scriptMayHavePointers(text))
         return -1;  // conditions are evaluated
     directivesIdle = true;
     uint8_t switches = *data++;

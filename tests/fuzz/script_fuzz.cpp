@@ -117,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         return 0;
     uint8_t switches = data[0];
     std::string text = textOf(data + 1, size - 1);
-    bool evaluated = !mayHavePointers(withoutAnd(text));
+    bool evaluated = !scriptMayHavePointers(withoutAnd(text));
     if (!evaluated && has(text, "exec"))
         return -1;  // a directive that evaluates
     if (switches & TIMED)

@@ -38,7 +38,7 @@ inline bool hasProductsOnly(const std::string &text) {
 
 // A pointer that a script computes may point anywhere, and reading there is the script's fault: no
 // text that can make one is run. Functions of the C library take any number for a pointer.
-inline bool mayHavePointers(const std::string &text) {
+inline bool scriptMayHavePointers(const std::string &text) {
     for (const char *part : {"\"", "&", "->", "new", ")[", "[]", "<std", "<str", "<time", "<set",
                              " _", "\n_", "(_", "this", "alloc", "_t"})
         if (has(text, part))
