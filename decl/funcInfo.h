@@ -19,6 +19,7 @@ struct FuncInfo {
     uint16_t parameterLevel;
     uint8_t variadic;   // the list ended in ...
     int8_t returnKind;  // TypeKind: 0, 5, 6, 8, 12, 13, 14
+    bool isOpen;        // the end of the body isn't parsed, and may never be: it can't be called
 };
 
 // Releases the statements and labels of a body; stmt/program.cpp has it.

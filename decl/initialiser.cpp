@@ -24,7 +24,6 @@
 #include "numeric/convert.h"
 #include "numeric/initList.h"
 #include "numeric/shape.h"
-#include "stmt/parseStack.h"
 #include "stmt/parser.h"
 
 namespace zy {
@@ -149,7 +148,7 @@ void refuseValue(const ExprNode *tree) {
     parseError("invalid initializer");
     const TypeInfo *function = tree ? calledSymbol(tree) : nullptr;
     const FuncInfo *called = function ? function->functionLink : nullptr;
-    if (called && (!called->body || isBeingParsed(called)))
+    if (called && (!called->body || called->isOpen))
         parseError("function %s() cannot be used as an initializer for variable of static duration",
                    function->name->text);
 }

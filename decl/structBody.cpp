@@ -12,6 +12,7 @@
 #include "expr/nodes.h"
 #include "expr/parser.h"
 #include "expr/typeQueries.h"
+#include "instance/langState.h"
 #include "instance/report.h"
 
 namespace zy {
@@ -111,7 +112,8 @@ bool memberFollows(StructInfo *info) {
     return !pushedBack;
 }
 
-// The rest of a member with an error in it: up to its `;`, or in front of the body's `}`.
+// The rest of a member with an error in it: up to its `;`, or in front of the body's `}`. Where an
+// expression ends with its line, no `}` follows: the end of the line is a `;` then, for ever.
 void skipMember() {
     for (int depth = 0;;) {
         nextToken();
@@ -126,7 +128,7 @@ void skipMember() {
             depth++;
         else if (closes)
             depth--;
-        else if (depth == 0 && isChar(';'))
+        else if (isChar(';') && (depth == 0 || e_lang->rawLineMode))
             return;
     }
 }

@@ -87,7 +87,8 @@ void releaseContents(Value *operand) {
         free(operand->payload.text);
 }
 
-// Elements of the target's own, from the operand's; zero behind them.
+// Elements of the target's own, from the operand's; zero behind them. Without memory for them the
+// result is a null array: what stands behind the cast finds its operand.
 Value *copied(Value *operand, const CastTarget &target) {
     void *data = newElements(target.count, target.elementBytes, true);
     bool isArray = isArrayLike(static_cast<int>(operand->type));
@@ -104,8 +105,7 @@ Value *copied(Value *operand, const CastTarget &target) {
     releaseContents(operand);
     if (data)
         return finish(operand, target, data, ARRAY_OWNED);
-    recycleValue(operand);
-    return nullptr;
+    return finish(operand, {target.type, target.elementType, 0, nullptr, 0}, nullptr, ARRAY_VIEW);
 }
 
 // The operand's memory under the target's shape. What the operand owns, the result owns.

@@ -7,7 +7,6 @@
 #include "stmt/arms.h"
 #include "stmt/callArguments.h"
 #include "stmt/functionName.h"
-#include "stmt/parseStack.h"
 
 namespace zy {
 
@@ -24,7 +23,7 @@ bool takesNumbersAlone(const FuncInfo *function, bool isMember) {
 }  // namespace
 
 CallPlan *makeCallPlan(const FuncInfo *function) {
-    if (isBeingParsed(function))
+    if (function->isOpen)
         return nullptr;
     bool isMember = function->owner->flags & FLAG_MEMBER_FUNCTION;
     auto *plan = new CallPlan;

@@ -120,6 +120,7 @@ StmtNode *openFunctionBody(FuncInfo *function) {
     block->next = closing;
     closing->prev = block;
     function->body = block;
+    function->isOpen = true;
     if (pushContext(function) && pushCursor(block))
         openBlock(block, function->parameterLevel + 1);
     return block;
@@ -151,6 +152,7 @@ void stepCursor() { parseStack[parseTop].record = cursor()->next; }
 // The entries of a function whose body is complete: its block and itself.
 void closeFunction(FuncInfo *function) {
     finishLabels(function);
+    function->isOpen = false;
     if (classOfFunction(function->owner))
         leaveClass();
     parseTop = static_cast<int16_t>(parseTop - 2);

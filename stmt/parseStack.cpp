@@ -38,13 +38,6 @@ FuncInfo *functionAt(int index) {
     return function->kind == NODE_FUNC_INFO ? function : nullptr;
 }
 
-bool isBeingParsed(const FuncInfo *function) {
-    for (int index = parseTop; index > FILE_LEVEL_TOP; index--)
-        if (functionAt(index) == function)
-            return true;
-    return false;
-}
-
 FuncInfo *parsedFunction() {
     for (int index = parseTop; index > FILE_LEVEL_TOP; index--)
         if (FuncInfo *function = functionAt(index))

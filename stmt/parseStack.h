@@ -39,7 +39,5 @@ inline StmtNode *ownerAt(int index) {
 FuncInfo *functionAt(int index);
 // The function whose body is being parsed, NULL at file level.
 FuncInfo *parsedFunction();
-// Whether the body of a function is still being parsed: it can't be called yet.
-bool isBeingParsed(const FuncInfo *function);
 
 }  // namespace zy

@@ -165,6 +165,7 @@ void releaseStatements(StmtNode *first) {
 void releaseFunctionBody(FuncInfo *function) {
     StmtNode *body = function->body;
     function->body = nullptr;
+    function->isOpen = false;
     auto *labels = static_cast<Label *>(function->labels);
     releaseLabels(labels);
     function->labels = nullptr;

@@ -2,6 +2,7 @@
 // a number of inputs, and the end of whatever runs too long.
 #pragma once
 
+#include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -36,14 +37,22 @@ inline bool hasProductsOnly(const std::string &text) {
     return true;
 }
 
+// Whether a name begins with an underscore, as those of the system do; texts are among them.
+inline bool namesSystem(const std::string &text) {
+    for (size_t i = text.find('_'); i != text.npos; i = text.find('_', i + 1))
+        if (i == 0 || !isalnum(static_cast<unsigned char>(text[i - 1])))
+            return true;
+    return false;
+}
+
 // A pointer that a script computes may point anywhere, and reading there is the script's fault: no
 // text that can make one is run. Functions of the C library take any number for a pointer.
 inline bool scriptMayHavePointers(const std::string &text) {
     for (const char *part : {"\"", "&", "->", "new", ")[", "[]", "<std", "<str", "<time", "<set",
-                             " _", "\n_", "(_", "this", "alloc", "_t"})
+                             "this", "alloc", "_t"})
         if (has(text, part))
             return true;
-    return !hasProductsOnly(text);
+    return namesSystem(text) || !hasProductsOnly(text);
 }
 
 // How many of the inputs were run, not parsed alone: written to a file at the end.

@@ -49,6 +49,20 @@ TEST_F(Unfinished, Texts) {
         use(text);
 }
 
+// A body without an end leaves a function that can't be called, whatever is parsed later.
+TEST_F(Unfinished, BodyOfAFailedProgram) {
+    std::string open =
+                    "class B { public: int n; B(); ~B(); };\nB::B() {\nswitch (n) {\ncase 1: f(1);",
+                call = "static B s;";
+    std::string messages = errorsOf([&] {
+        Zy_AppendParseScript_kernel(nullptr, open.data());
+        Zy_AppendRunScript_kernel(nullptr, call.data());
+    });
+    EXPECT_NE(messages.find("'::B()' not defined"), messages.npos) << messages;
+    freshProgram();
+    EXPECT_EQ(before, liveValueCount());
+}
+
 // Contexts and frames that the host's functions still use are left when these have returned.
 TEST_F(Unfinished, RunsThatEndInsideOthers) {
     e_lang->embedded = 1;
