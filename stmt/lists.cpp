@@ -48,17 +48,26 @@ void noteFirst(StmtNode *statement, StmtNode *oldFirst) {
         owner->operandA.statement = statement;
 }
 
-// The constants __LINE__ and __FILE__ tell where the statement stands. A script can remove them.
+// The value of a constant of the system. NULL: a script has removed it, or a name of its own, as
+// that of an enumerator, stands before it.
+Value *systemConstant(const NameEntry *name, int type) {
+    const TypeInfo *symbol = name ? name->symbol : nullptr;
+    bool isOurs = symbol && symbol->level == SYSTEM_LEVEL && symbol->dataType == DT_CONSTANT &&
+                  static_cast<int>(symbol->constant->type) == type;
+    return isOurs ? symbol->constant : nullptr;
+}
+
+// The constants __LINE__ and __FILE__ tell where the statement stands.
 void notePlace(const StmtNode *statement) {
-    if (lineConstant && lineConstant->symbol)
-        lineConstant->symbol->constant->payload.i = statement->line + e_lang->lineOffset;
+    if (Value *line = systemConstant(lineConstant, DT_INT))
+        line->payload.i = statement->line + e_lang->lineOffset;
     const char *file = e_lang->lineFileName ? e_lang->lineFileName : statement->file;
-    if (!file || !fileConstant || !fileConstant->symbol)
+    Value *constant = file ? systemConstant(fileConstant, DT_STRING) : nullptr;
+    if (!constant)
         return;
-    Value *constant = fileConstant->symbol->constant;  // which owns its text
     if (constant->payload.text && strcmp(constant->payload.text, file) == 0)
         return;
-    // Expressions that have been parsed still point at the old one.
+    // It owns its text; expressions that have been parsed still point at the old one.
     if (constant->payload.text)
         keepText(constant->payload.text);
     constant->payload.text = copyString(file);

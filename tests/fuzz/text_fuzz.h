@@ -49,7 +49,7 @@ inline bool namesSystem(const std::string &text) {
 // text that can make one is run. Functions of the C library take any number for a pointer.
 inline bool scriptMayHavePointers(const std::string &text) {
     for (const char *part : {"\"", "&", "->", "new", ")[", "[]", "<std", "<str", "<time", "<set",
-                             "this", "alloc", "_t"})
+                             "this", "alloc", "_t", "])", "] )"})
         if (has(text, part))
             return true;
     return namesSystem(text) || !hasProductsOnly(text);

@@ -51,9 +51,9 @@ TEST_F(Unfinished, Texts) {
 
 // A body without an end leaves a function that can't be called, whatever is parsed later.
 TEST_F(Unfinished, BodyOfAFailedProgram) {
-    std::string open =
-                    "class B { public: int n; B(); ~B(); };\nB::B() {\nswitch (n) {\ncase 1: f(1);",
-                call = "static B s;";
+    std::string
+        open = "class B { public: int n; B(); ~B(); };\nB::B() {\nswitch (n) {\ncase 1: n = 2;",
+        call = "static B s;";
     std::string messages = errorsOf([&] {
         Zy_AppendParseScript_kernel(nullptr, open.data());
         Zy_AppendRunScript_kernel(nullptr, call.data());
