@@ -148,9 +148,14 @@ bool splitList(const char *text, SearchTable &table, Form form) {
     });
 }
 
+// Whether its normal form is the text itself, as of all folders that an instance starts with.
+bool isNormal(const std::string &entry) {
+    return entry[0] == platform::separator && !strpbrk(entry.c_str(), ".~\\");
+}
+
 // Tables outlive changes of the current folder, so what is relative to it is settled here.
 std::string absoluteFolder(const std::string &entry) {
-    if (entry == ".")
+    if (entry == "." || isNormal(entry))
         return entry;
     std::string folder = normalisePath(entry.c_str(), true);
     platform::useNativeSeparators(folder.data());
