@@ -63,18 +63,24 @@ ExprNode *parseContents(bool runMode);
 // An operand with the subscripts and argument lists behind it. NULL after a message.
 ExprNode *parsePostfix(ExprNode *operand, bool runMode);
 
-// ---- parserTypes.cpp
+// ---- typeLookahead.cpp
 
 // Whether the word just read, a type's, is called as a function: `int(x)`, not `(int (*)[3])`.
 bool isConversionCall();
 // The current token begins the type of a cast.
 bool startsCast(bool runMode);
+
+// ---- parserTypes.cpp
+
 void takeCast(Parse &parse);  // with the ( consumed
 // With the word read: the built-in that converts to a type, and its arguments. `type` is given if
 // the word is a typedef name or tag. NULL after a message.
 ExprNode *parseConversion(int typeCode, const char *word, const TypeInfo *type, bool runMode);
-ExprNode *parseSizeof(bool runMode);
 ExprNode *parseElementType(bool runMode);
+
+// ---- parserSizes.cpp, parserNew.cpp
+
+ExprNode *parseSizeof(bool runMode);
 ExprNode *parseNew(bool runMode);
 
 // ---- parserArguments.cpp

@@ -69,8 +69,7 @@ private:
 
 using Threading = void (*)(ChainBuilder &chain, ExprNode *node);
 
-// ---- The plain orders
-// ----------------------------------------------------------------------------
+// ---- The plain orders ---------------------------------------------------------------------------
 
 void threadOperands(ChainBuilder &chain, ExprNode *node) {
     chain.read(node->left);
@@ -124,8 +123,7 @@ void threadMember(ChainBuilder &chain, ExprNode *node) {
         chain.read(node->left);
 }
 
-// ---- On demand
-// -----------------------------------------------------------------------------------
+// ---- On demand ----------------------------------------------------------------------------------
 
 // What stands at the end of a branch, in front of what the chain goes on with.
 ExprNode *branchEnd(ExprNode *&place, NodeRoutine routine, ExprNode *node, ExprNode *next) {
@@ -163,8 +161,7 @@ void threadConditional(ChainBuilder &chain, ExprNode *node) {
     threadLeft(chain, node);
 }
 
-// ---- Casts and new
-// -------------------------------------------------------------------------------
+// ---- Casts and new ------------------------------------------------------------------------------
 
 ExprNode *boundsOfType(const ExprNode *leaf) {
     const TypeInfo *type = variableOf(leaf);
@@ -218,8 +215,7 @@ void threadArrayBounds(ChainBuilder &chain, ExprNode *node) {
     chain.read(array && array->arrayLink ? array->arrayLink->bounds : nullptr);
 }
 
-// ---- Assignment
-// ----------------------------------------------------------------------------------
+// ---- Assignment ---------------------------------------------------------------------------------
 
 const ExprNode *copyOnce(ExprNode *&field, const ExprNode *target) {
     if (!field)
@@ -285,8 +281,7 @@ void threadAddress(ChainBuilder &chain, ExprNode *node) {
     chain.target(node->left);
 }
 
-// ---- Calls
-// ---------------------------------------------------------------------------------------
+// ---- Calls --------------------------------------------------------------------------------------
 
 bool isReference(const TypeInfo *formal) {
     return formal->kind == KIND_REFERENCE || formal->kind == KIND_BY_REFERENCE;
@@ -378,8 +373,7 @@ void threadDirect(ChainBuilder &chain, ExprNode *direct) {
     threadBeforeCall(chain, call);
 }
 
-// ---- Output
-// --------------------------------------------------------------------------------------
+// ---- Output -------------------------------------------------------------------------------------
 
 // The arguments are evaluated as they are printed.
 void threadPrint(ChainBuilder &chain, ExprNode *node) {
@@ -417,8 +411,7 @@ void threadPrintListInto(ChainBuilder &chain, ExprNode *node) {
     threadDestination(chain, node->left);
 }
 
-// ---- Dispatch
-// ------------------------------------------------------------------------------------
+// ---- Dispatch -----------------------------------------------------------------------------------
 
 struct ThreadRow {
     int first, last;
