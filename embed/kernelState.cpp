@@ -1,9 +1,11 @@
 // State of the kernel layer.
 
+#include "embed/newHandler.h"
 #include "embed/streams.h"
 
 namespace zy {
 
 ReopenEntry *reopenList;
+TypeInfo *newHandler;
 
 }  // namespace zy

@@ -8,6 +8,7 @@
 
 #include "decl/funcInfo.h"
 #include "embed/kernel.h"
+#include "embed/newHandler.h"
 #include "embed/scriptDriver.h"
 #include "expr/context.h"
 #include "expr/evaluator.h"
@@ -37,6 +38,7 @@ FILE *openScript(const char *path) { return platform::openForReading(path); }
 
 void freshProgram() {
     releaseProgram();
+    newHandler = nullptr;
     newProgram();
     resetRunState();
     refreshEnvironment();  // what the last program set may have moved the list

@@ -19,4 +19,7 @@ bool isUnwinding();
 enum TextCaller : int { TEXT_OF_HOST = 0, TEXT_OF_SCRIPT = 1 };
 int evalText(const char *text, int caller);
 
+// A block couldn't be had: the function given to set_new_handler runs (embed/newHandler.cpp).
+void memoryFailed();
+
 }  // namespace zy

@@ -124,20 +124,10 @@ void viewObject(Value *value, const TypeInfo *symbol, const VarCell *cell) {
     value->noFree = cell->noFree;
 }
 
-// What stands for a signal handler in a pointer to function, and is no declaration.
-bool isHandlerConstant(const TypeInfo *target) {
-    auto number = reinterpret_cast<uintptr_t>(target);
-    return number <= 100 || number == UINTPTR_MAX;
-}
-
-// The function that a cell designates. A pointer that points to a local function stands for itself:
-// the call finds out what it is bound to.
-void readFunction(Value *value, TypeInfo *symbol, const VarCell *cell) {
+// The function that a cell designates.
+void readFunction(Value *value, const VarCell *cell) {
     const auto *function = static_cast<const FuncInfo *>(cell->data.p);
-    TypeInfo *target = function ? function->owner : nullptr;
-    bool isVariable = symbol->kind >= KIND_P_FUNCTION;
-    bool direct = !isVariable || isHandlerConstant(target) || target->level <= FILE_LEVEL;
-    value->payload.symbol = direct ? target : symbol;
+    value->payload.symbol = function ? function->owner : nullptr;
 }
 
 void refreshErrno(const TypeInfo *symbol, VarCell *cell) {
@@ -155,7 +145,7 @@ bool readCell(Value *value, TypeInfo *symbol, VarCell *cell) {
     } else if (isClassLike(type)) {
         viewObject(value, symbol, cell);
     } else if (type == DT_FUNCTION || type == DT_P_FUNCTION) {
-        readFunction(value, symbol, cell);
+        readFunction(value, cell);
     } else if (type == DT_STRING) {
         value->payload.text = copyString(cell->data.text);
     } else if (payloadWidth(type) != 0) {

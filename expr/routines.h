@@ -56,6 +56,9 @@ void vaArgOperator(ExprNode *node);
 void vaCountOperator(ExprNode *node);
 void vaArrayOperator(ExprNode *node);
 
+// Functions of the script that the system calls (embed/newHandler.cpp).
+void setNewHandlerOperator(ExprNode *node);
+
 // The ends of a function and of a run (stmt/longjmp.cpp, embed/atExit.cpp).
 void setjmpOperator(ExprNode *node);
 void atexitOperator(ExprNode *node);

@@ -156,6 +156,8 @@ Value *newObject(int pointerType, StructInfo *info) {
     result->payload.p = allocOrFail(size);
     if (result->payload.p)
         memset(result->payload.p, 0, size);
+    else if (size)
+        memoryFailed();
     return result;
 }
 

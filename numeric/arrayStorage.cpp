@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "decl/arrayInfo.h"
+#include "expr/calls.h"
 #include "expr/objects.h"
 #include "expr/operands.h"
 #include "expr/readers.h"
@@ -146,7 +147,9 @@ Value *newHeapArray(int type, TypeInfo *model) {
     array->shape = shape;
     array->count = count;
     array->ownership = ARRAY_OWNS_SHAPE;
-    if (model->dataType == DT_STRUCT)
+    if (!array->payload.p && count)
+        memoryFailed();
+    else if (model->dataType == DT_STRUCT)
         constructHeapObjects(array->payload.p, count, model->structLink);
     return array;
 }

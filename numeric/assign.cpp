@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "decl/funcInfo.h"
+#include "decl/structInfo.h"
 #include "expr/nodeClasses.h"
 #include "expr/nodes.h"
 #include "expr/operators.h"
@@ -301,19 +302,25 @@ bool bindReference(ExprNode *node, TypeInfo *symbol) {
 
 // ---- *p -----------------------------------------------------------------------------------------
 
+size_t sizeOfTarget(const TypeInfo *symbol, int type) {
+    if (type == DT_STRUCT)
+        return symbol->structLink ? symbol->structLink->size : 0;
+    return static_cast<size_t>(std::max(elementSize(type), 0));
+}
+
 }  // namespace
 
 // A NULL pointer variable gets room for what is stored.
 void *allocateFor(TypeInfo *symbol) {
     VarCell *cell = findVarCell(symbol);
     int type = dereference(static_cast<int>(cell->type));
-    int size = elementSize(type);
-    if (cell->data.p || size <= 0)
+    size_t size = sizeOfTarget(symbol, type);
+    if (cell->data.p || !size)
         return nullptr;
     runWarning("assign value to *ptr where ptr = NULL, memory  is automatically allocated for ptr");
-    void *block = allocOrFail(static_cast<size_t>(size));
+    void *block = allocOrFail(size);
     if (block)
-        memset(block, 0, static_cast<size_t>(size));
+        memset(block, 0, size);
     return cell->data.p = block;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "expr/memberAccess.h"
 #include "expr/nodeClasses.h"
 #include "expr/readers.h"
 #include "expr/typeQueries.h"
@@ -10,6 +11,7 @@
 #include "numeric/arrayStorage.h"
 #include "numeric/arrayValue.h"
 #include "numeric/assign.h"
+#include "numeric/assignMember.h"
 #include "numeric/assignSource.h"
 #include "numeric/convert.h"
 #include "numeric/subscripts.h"
@@ -17,6 +19,8 @@
 namespace zy {
 
 namespace {
+
+bool isPair(int type) { return type >= DT_COMPLEX && type <= DT_DDUAL; }
 
 // Stores one part at an address of that type. False for a type without such a part.
 bool storePart(void *address, int type, bool isImag, const Value *value) {
@@ -42,16 +46,19 @@ bool storePart(void *address, int type, bool isImag, const Value *value) {
 
 bool isImagTarget(int code) { return code == OP_IMAG_FLOAT || code == OP_IMAG_DOUBLE; }
 
-void assignPartOfVariable(const Value *value, TypeInfo *symbol, bool isImag) {
-    VarCell *cell = findVarCell(symbol);
-    if (storePart(&cell->data, static_cast<int>(cell->type), isImag, value))
-        return;
+void refusePartOfNumber(bool isImag) {
     if (isImag)
         runError(
             "using imag() as lvalue, but its argument is not complex/dual number, assingment "
             "ignored");
     else
         runError("unsupported data type for real() used as  lvalue");
+}
+
+void assignPartOfVariable(const Value *value, TypeInfo *symbol, bool isImag) {
+    VarCell *cell = findVarCell(symbol);
+    if (!storePart(&cell->data, static_cast<int>(cell->type), isImag, value))
+        refusePartOfNumber(isImag);
 }
 
 void *partAddressForNull(ExprNode *inner) {
@@ -106,6 +113,30 @@ void assignPartOfElement(ExprNode *node, ExprNode *valueNode, bool isImag) {
     releaseElement(element);
 }
 
+VarCell *sharedCell(TypeInfo *member) {
+    return member->storageCell ? findVarCell(member) : missingCell(member);
+}
+
+// real() of a member that has one part is the member.
+void assignPartOfMember(ExprNode *node, ExprNode *valueNode, bool isImag) {
+    if (!isImag && !isPair(treeType(node))) {
+        assignMember(node, valueNode);
+        return;
+    }
+    MemberObject object(node);
+    TypeInfo *member = memberOfNode(node);
+    Source source(valueNode);
+    if (!member || !source)
+        return;
+    void *place = object.place;
+    if (!liesInObject(member))
+        place = &sharedCell(member)->data;
+    if (!place)
+        warnOfNoObject();
+    else if (!storePart(place, dataTypeOf(member), isImag, source.get()))
+        refusePartOfNumber(isImag);
+}
+
 }  // namespace
 
 void assignPart(ExprNode *target, ExprNode *valueNode) {
@@ -119,6 +150,10 @@ void assignPart(ExprNode *target, ExprNode *valueNode) {
         assignPartOfElement(inner, valueNode, isImag);
         return;
     }
+    if (inner->kind == NODE_OPERATOR && isMember(inner->op)) {
+        assignPartOfMember(inner, valueNode, isImag);
+        return;
+    }
     Source source(valueNode);
     if (TypeInfo *symbol = variableOf(inner); symbol && source)
         assignPartOfVariable(source.get(), symbol, isImag);
@@ -129,6 +164,54 @@ void assignPart(ExprNode *target, ExprNode *valueNode) {
 // ---- real() and imag() of an array --------------------------------------------------------------
 
 namespace {
+
+// The array whose parts are stored: a variable or an array member.
+class ArrayTarget {
+public:
+    explicit ArrayTarget(ExprNode *node);
+    ArrayTarget(const ArrayTarget &) = delete;
+    ArrayTarget &operator=(const ArrayTarget &) = delete;
+    ~ArrayTarget() { deleteValue(view); }
+    const Value *get() const { return view; }
+
+private:
+    void viewVariable(TypeInfo *symbol);
+    void viewMember(ExprNode *node);
+
+    Value *view = nullptr;  // NULL if there is no array
+};
+
+ArrayTarget::ArrayTarget(ExprNode *node) {
+    if (TypeInfo *symbol = variableOf(node))
+        viewVariable(symbol);
+    else if (node->kind == NODE_OPERATOR && isMember(node->op))
+        viewMember(node);
+}
+
+void ArrayTarget::viewVariable(TypeInfo *symbol) {
+    const VarCell *cell = findVarCell(symbol);
+    if (!isArrayLike(static_cast<int>(cell->type)) || !cell->data.p)
+        return;
+    view = newZeroValue(DT_ARRAY);
+    if (!view)
+        return;
+    view->payload = cell->data;
+    view->payload2.elementType = cell->data2.elementType;
+    view->count = cell->count;
+}
+
+void ArrayTarget::viewMember(ExprNode *node) {
+    MemberObject object(node);
+    TypeInfo *member = memberOfNode(node);
+    if (!member || !isArrayLike(dataTypeOf(member)))
+        return;
+    if (!liesInObject(member))
+        viewVariable(member);
+    else if (object.place)
+        view = viewArrayMember(member, object.place);
+    else
+        warnOfNoObject();
+}
 
 void refusePartOfArray(bool isImag) {
     if (isImag)
@@ -141,12 +224,12 @@ void refusePartOfArray(bool isImag) {
 
 // One part of each element; a scalar goes into all.
 template <class Part>
-void storeParts(VarCell *cell, const Value *value, int partType, size_t part) {
+void storeParts(const Value *array, const Value *value, int partType, size_t part) {
     bool isArray = isArrayLike(static_cast<int>(value->type));
     Value *parts = isArray ? copyArrayValue(value, partType) : nullptr;
     auto number = isArray ? Part{} : static_cast<Part>(readDouble(value));
-    uint32_t count = parts ? std::min(cell->count, parts->count) : isArray ? 0 : cell->count;
-    auto *target = static_cast<Part *>(cell->data.p);
+    uint32_t count = parts ? std::min(array->count, parts->count) : isArray ? 0 : array->count;
+    auto *target = static_cast<Part *>(array->payload.p);
     const auto *source = parts ? static_cast<const Part *>(parts->payload.p) : nullptr;
     for (uint32_t i = 0; i < count; i++)
         target[2 * size_t{i} + part] = source ? source[i] : number;
@@ -157,23 +240,21 @@ void storeParts(VarCell *cell, const Value *value, int partType, size_t part) {
 }  // namespace
 
 void assignPartOfArray(ExprNode *target, ExprNode *valueNode) {
+    ArrayTarget place(target->left);
     Source source(valueNode);
-    TypeInfo *symbol = variableOf(target->left);
-    if (!source || !symbol)
+    const Value *array = place.get();
+    if (!source)
         return;
-    VarCell *cell = findVarCell(symbol);
     bool isImag = target->op == OP_IMAG_ARRAY;
-    int type = cell->data2.elementType;
-    if (!isArrayLike(static_cast<int>(cell->type)) || !cell->data.p)
-        refusePartOfArray(isImag);
-    else if (type == DT_COMPLEX || type == DT_DUAL)
-        storeParts<float>(cell, source.get(), DT_FLOAT, isImag);
+    int type = array ? array->payload2.elementType : +DT_UNDEFINED;
+    if (type == DT_COMPLEX || type == DT_DUAL)
+        storeParts<float>(array, source.get(), DT_FLOAT, isImag);
     else if (type == DT_DCOMPLEX || type == DT_DDUAL)
-        storeParts<double>(cell, source.get(), DT_DOUBLE, isImag);
-    else if (isImag || !isReal(type))
+        storeParts<double>(array, source.get(), DT_DOUBLE, isImag);
+    else if (isImag || !array || !isReal(type))
         refusePartOfArray(isImag);
     else
-        assignElements(cell->data.p, cell->count, type, source.get());
+        assignElements(array->payload.p, array->count, type, source.get());
 }
 
 }  // namespace zy

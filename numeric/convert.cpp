@@ -25,8 +25,8 @@ void *pointerOf(const Value *value) {
     // Small numbers and the number of all ones stand for the handling of a signal.
     if (!isFunction || number <= 100 || number == UINTPTR_MAX)
         return value->payload.p;
-    FuncInfo *function = value->payload.symbol->functionLink;
-    return function && function->body ? function : nullptr;
+    const FuncInfo *function = value->payload.symbol->functionLink;
+    return function && function->body ? value->payload.symbol : nullptr;
 }
 
 // ---- Pairs --------------------------------------------------------------------------------------

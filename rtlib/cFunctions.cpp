@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "expr/calls.h"
 #include "instance/langState.h"
 #include "instance/report.h"
 #include "numeric/convert.h"
@@ -84,9 +85,23 @@ char *errorText(int number) { return strerror(number); }
 
 // ---- Memory -------------------------------------------------------------------------------------
 
-void *allocate(size_t size) { return malloc(size); }
-void *allocateZero(size_t count, size_t size) { return calloc(count, size); }
-void *reallocate(void *block, size_t size) { return realloc(block, size); }
+namespace {
+
+void *orHandler(void *block) {
+    if (!block)
+        memoryFailed();
+    return block;
+}
+
+}  // namespace
+
+// The block is cleared, as that of calloc is.
+void *allocate(size_t size) { return allocateZero(1, size); }
+void *allocateZero(size_t count, size_t size) { return orHandler(calloc(count, size)); }
+void *reallocate(void *block, size_t size) {
+    void *moved = realloc(block, size);
+    return moved || !size ? moved : orHandler(moved);
+}
 
 // ---- Streams ------------------------------------------------------------------------------------
 
@@ -98,13 +113,19 @@ int warnBelowZero(int result, const char *warning) {
     return result;
 }
 
+FILE *orWarning(FILE *stream, const char *warning) {
+    if (!stream && warningsAt(3))
+        runWarning("%s", warning);
+    return stream;
+}
+
 }  // namespace
 
 FILE *openFile(const char *path, const char *mode) {
-    return path && mode ? fopen(path, mode) : nullptr;
+    return orWarning(path && mode ? fopen(path, mode) : nullptr, "fopen() error");
 }
 FILE *reopenFile(const char *path, const char *mode, FILE *stream) {
-    return mode && stream ? freopen(path, mode, stream) : nullptr;
+    return orWarning(mode && stream ? freopen(path, mode, stream) : nullptr, "freopen() error");
 }
 FILE *openTemporary() { return tmpfile(); }
 

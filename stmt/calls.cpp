@@ -105,11 +105,37 @@ TypeInfo *calleeOf(ExprNode *node) {
     return symbol;
 }
 
-// Where names of the enclosing scopes are found: a function of file level sees file level, one
-// that is defined in a block the frames of its caller.
+bool isWithin(const StmtNode *body, const StmtNode *block) {
+    for (const StmtNode *at = body->enclosingBlock(); at; at = at->enclosingBlock())
+        if (at == block)
+            return true;
+    return false;
+}
+
+bool isFrameAround(const ScopeFrame *frame, const StmtNode *body) {
+    return isWithin(body, frame->isFunction ? static_cast<const FuncInfo *>(frame->owner)->body
+                                            : static_cast<const StmtNode *>(frame->owner));
+}
+
+// A function that is defined in a block may be called through a pointer from anywhere: its names
+// are those of the latest activation that it was defined in.
+ScopeFrame *framesAround(const StmtNode *body) {
+    for (const ExecContext *context = currentContext; context; context = context->caller)
+        for (ScopeFrame *frame = context->frames; frame && frame->level > FILE_LEVEL;
+             frame = frame->outer)
+            if (isFrameAround(frame, body))
+                return frame;
+    return nullptr;
+}
+
+// Where names of the enclosing scopes are found: a function of file level sees file level.
 ScopeFrame *framesOfDefinition(const TypeInfo *callee, ScopeFrame *callers) {
+    bool isLocal = callee->level > FILE_LEVEL && !isMemberFunction(callee);
+    if (ScopeFrame *frame = isLocal ? framesAround(callee->functionLink->body) : nullptr)
+        return frame;
+    int level = isLocal ? +FILE_LEVEL : callee->level;
     ScopeFrame *frame = callers;
-    while (frame && frame->level > callee->level)
+    while (frame && frame->level > level)
         frame = frame->outer;
     return frame;
 }

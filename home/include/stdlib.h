@@ -12,6 +12,7 @@
 #define malloc(size) _malloc(size)
 #define calloc(count, size) _calloc(count, size)
 #define realloc(block, size) _realloc(block, size)
+#define set_new_handler(function) _set_new_handler(function)
 #define free(block) _free(block)
 #define exit(status) _exit(status)
 #define abort() _abort()
