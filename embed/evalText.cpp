@@ -33,12 +33,10 @@ void enterLine(const char *text, size_t length) {
     errorFlag = 0;
 }
 
-// The parser has read the whole line.
-bool atLineEnd() {
-    if (pushedBack)
-        pushedBack = false;
+// The parser has read the whole text, which may end in a line feed.
+bool atTextEnd() {
     bool isEnd = tokenClass == TK_CHAR && (tokenValue.character == '\n' || !tokenValue.character);
-    return endOfInput || isEnd || linePos >= lineLength;
+    return endOfInput || (isEnd && !lineBuffer[linePos]);
 }
 
 // Functions that a refused text named aren't missing: nothing calls them.
@@ -59,8 +57,10 @@ ExprNode *parseText(const char *text) {
     }
     enterLine(text, length);
     ExprNode *tree = parseExpression(true);
-    if (tree && !errorFlag && atLineEnd() && endOfInput)
+    if (tree && !errorFlag && atTextEnd()) {
+        pushedBack = false;
         return tree;
+    }
     deleteNode(tree);
     if (pushedBack && tokenClass == TK_CONSTANT)
         deleteValue(takeConstant());  // left to be read, it belongs to nobody else

@@ -188,7 +188,7 @@ TEST_F(ValueTest, AReferenceReadsItsTargetAndRefusesWhatCannotBeConverted) {
     clearValueStack();
 }
 
-TEST_F(ValueTest, AFunctionPointerReadsItsTargetOrItself) {
+TEST_F(ValueTest, AFunctionPointerReadsItsTarget) {
     Symbol *f = variable("f", DT_INT), *local = variable("g", DT_INT);
     f->kind = local->kind = KIND_FUNCTION;
     local->level = 3;
@@ -206,7 +206,7 @@ TEST_F(ValueTest, AFunctionPointerReadsItsTargetOrItself) {
     auto *handler = reinterpret_cast<TypeInfo *>(1), *ignored = reinterpret_cast<TypeInfo *>(-1);
     EXPECT_EQ(readsAs(nullptr), nullptr);
     EXPECT_EQ(readsAs(f), f);
-    EXPECT_EQ(readsAs(local), p);
+    EXPECT_EQ(readsAs(local), local);
     EXPECT_EQ(readsAs(handler), handler);
     EXPECT_EQ(readsAs(ignored), ignored);
 }
