@@ -10,6 +10,7 @@ bool memberProtected;
 FunctionFile *functionFiles;
 bool inFunctionFile;
 int declarationDepth;
+bool declaresGlobals;
 int structCounter;
 const OpenBody *innermostBody;
 RecordPool<TypeInfo, 192> typeRecords;

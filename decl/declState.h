@@ -24,6 +24,7 @@ extern bool inFunctionFile;          // one is, or was, a source of the running 
 // Bodies of aggregates and parameter lists stand in each other on the host's stack.
 constexpr int DECLARATION_DEPTH_MAX = 256;
 extern int declarationDepth;
+extern bool declaresGlobals;  // a host's declarations: all their names are global ones
 extern int structCounter;  // numbers aggregates without a tag, for the life of the instance
 
 // The bodies of aggregates in which the parser stands, innermost first: their tags and enumerators

@@ -167,6 +167,9 @@ bool DeclarationParser::beginDeclaration() {
         parseError("top-level variable declared as local variable");
         return false;
     }
+    if (declaresGlobals && context == CONTEXT_PLAIN && level <= FILE_LEVEL &&
+        specifiers.storage == STORAGE_AUTO)
+        specifiers.storage = STORAGE_GLOBAL;
     return !specifiers.opensBody || parseBody();
 }
 

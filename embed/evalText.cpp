@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "decl/declState.h"
 #include "decl/funcInfo.h"
 #include "embed/contextKeeper.h"
 #include "expr/calls.h"
@@ -152,7 +153,9 @@ int declareText(const char *declaration, const char *tooLong) {
     enterSource(nullptr, internFileName(name.c_str()));
     runStatus = RUN_CLEAN;
     parseOk = 1;
+    declaresGlobals = true;
     parseProgram(true);
+    declaresGlobals = false;
     bool failed = errorFlag || !parseOk;
     errorFlag = 0;
     parseOk = 1;

@@ -19,6 +19,7 @@
 #include "expr/scope.h"
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
+#include "front/sourceKeeper.h"
 #include "instance/report.h"
 #include "numeric/assign.h"
 #include "numeric/convert.h"
@@ -56,7 +57,7 @@ void storeForHost(void *result, int type, const Value *value) {
         copyElementsToHost(result, isPointer(type) ? bandBelow(type) : type, value);
     } else if (isPointer(type)) {
         memcpy(result, &value->payload.p, sizeof value->payload.p);
-    } else if (type >= 0 && isScalarNumeric(type)) {
+    } else if (type >= 0 && type != DT_LDOUBLE && isScalarNumeric(type)) {
         storeNumber(result, type, value);
     } else if (type == DT_STRING) {
         putText(result, value);
@@ -163,6 +164,7 @@ int Zy_ExprEval_kernel(void *, const char *expr) {
 int Zy_ExprParse_kernel(void *, const char *expr) {
     if (!expr)
         return -1;
+    SourceKeeper source;
     ExprNode *tree = parseText(expr);
     bool wellFormed = tree != nullptr;
     deleteNode(tree);
@@ -176,7 +178,7 @@ ZyValueHandle Zy_ExprValue_kernel(void *, const char *expr, void **address) {
     if (!value)
         return nullptr;
     bool isData = value->type == DT_STRUCT || value->type == DT_CARRAY || value->type == DT_ARRAY ||
-                  value->type == DT_FUNCTION;
+                  value->type == DT_FUNCTION || value->type == DT_NAME;
     if (address)
         *address = isData ? value->payload.p : &value->payload;
     return reinterpret_cast<ZyValueHandle>(value);

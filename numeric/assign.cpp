@@ -260,7 +260,7 @@ namespace {
 
 // A system variable, not a script's global one: its cell is the one in its slot of the base frame.
 void afterStore(TypeInfo *symbol, const VarCell *cell) {
-    if (slotOf(baseFrame, symbol->index) != cell)
+    if (symbol->index > LAST_SYSTEM_SLOT || slotOf(baseFrame, symbol->index) != cell)
         return;
     if (symbol->dataType == DT_STRING)
         onSystemVariableSet(symbol->index, symbol);
@@ -301,6 +301,14 @@ bool bindReference(ExprNode *node, TypeInfo *symbol) {
 }
 
 // ---- *p -----------------------------------------------------------------------------------------
+
+// The pointer may lead to the text of a system variable.
+void afterStoreAt(const void *address) {
+    for (TypeInfo *symbol = systemSymbols; symbol; symbol = symbol->next)
+        if (symbol->dataType == DT_STRING && symbol->storageCell &&
+            &symbol->storageCell->data == address)
+            afterStore(symbol, symbol->storageCell);
+}
 
 size_t sizeOfTarget(const TypeInfo *symbol, int type) {
     if (type == DT_STRUCT)
@@ -372,6 +380,8 @@ void assignThroughPointer(ExprNode *node, ExprNode *valueNode) {
         if (address)
             storeByPointerType(address, source.get(),
                                isText ? +DT_P_CHAR : static_cast<int>(pointer->type));
+        if (address && pointer->type == DT_P_STRING)
+            afterStoreAt(address);
     }
     if (isText && popped)
         deleteValue(pointer);

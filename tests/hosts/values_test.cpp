@@ -86,3 +86,29 @@ TEST(Objects, AreSetFromTheHostByTheirTag) {
               "ERROR: invalid argument following struct/class/union type\n"
               "ERROR: invalid argument following struct/class/union type\n");
 }
+
+TEST(Declarations, OfOneTextAreAllGlobalAndHaveTheirValues) {
+    Outcome run = inChild([] {
+        void *zy = mustStart();
+        char declarations[] =
+            "int first = 1; double x = 1.25, y = x + first; string_t t = \"a\";"
+            "int twice(int a) { int b = a; return a + b; } int z = twice(3);";
+        printf("%d ", Zy_DeclareVar(zy, declarations));
+        double y = 0;
+        int z = 0, result = 0, equal = 0;
+        printf("%d ", Zy_ExprCalc(zy, "y", ZY_TYPE_DOUBLE, &y));
+        printf("%d ", Zy_ExprCalc(zy, "z\n", ZY_TYPE_INT, &z));
+        printf("%d ", Zy_ExprEval(zy, "t = \"b\""));
+        Zy_ExprCalc(zy, "t == \"b\"", ZY_TYPE_INT, &equal);
+        printf("%g %d %d ", y, z, equal);
+        void *function = nullptr;
+        ZyValueHandle value = Zy_ExprValue(zy, "twice", &function);
+        printf("%d ", Zy_CallFuncByAddr(zy, function, &result, 4));
+        printf("%d %d\n", result, Zy_DeleteExprValue(zy, value));
+        mustEnd(zy);
+        return 0;
+    });
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "0 0 0 0 2.25 6 1 0 8 -1\n");
+    EXPECT_EQ(run.err, "");
+}
