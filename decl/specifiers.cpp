@@ -131,6 +131,7 @@ SpecifierScan::Step SpecifierScan::takeName(NameEntry *name) {
         pushedBack = true;
         return STEP_ENDS;
     }
+    const Symbol *first = symbol;
     int type = hasModifier() ? numberType() : result.dataType;
     result.qualifiedName = parseQualifiedName(symbol, type, level, &result.member);
     if (result.qualifiedName == QUALIFIED_FAILED)
@@ -142,9 +143,12 @@ SpecifierScan::Step SpecifierScan::takeName(NameEntry *name) {
             result.typeSymbol = symbol;
         return STEP_ENDS;
     }
-    if (typeSeen || tagSeen || hasModifier())
+    if (!typeSeen && !tagSeen && !hasModifier())
+        return takeTypeName(symbol);
+    if (symbol == first)
         return takeShadowingName(symbol);
-    return takeTypeName(symbol);
+    parseError("identifier '%s' redeclared", plainTagName(symbol));  // a path that ends at a type
+    return STEP_FAILED;
 }
 
 // Behind a type, the name of another type is what is being declared.

@@ -79,12 +79,12 @@ bool StructPrinter::printMember(const std::string &path, const TypeInfo *member,
 bool StructPrinter::printArrayMember(const TypeInfo *member, const char *address) {
     ShapeList shape = declaredShape(member->arrayLink);
     int type = member->dataType;
+    if (member->arrayLink->rank > 1)
+        sink.write("\n");
     if (type == DT_CHAR || type == DT_UCHAR) {
         sink.write(address, strnlen(address, shapeCount(shape)));
         sink.write("\n");
     } else {
-        if (member->arrayLink->rank > 1)
-            sink.write("\n");
         printArray(sink, nullptr, type, address, shape);
     }
     releaseShape(shape);

@@ -35,6 +35,9 @@ std::vector<unsigned char *> progressFields(StmtNode *body);
 void advanceForeach(ExecContext *context, StmtNode *statement, const char *failure);
 void abandonForeach(ExecContext *context, StmtNode *statement);
 
+// Ends a switch that a jump leaves, with its value if a label has still to be looked for.
+void abandonSwitch(StmtNode *statement);
+
 // A jump to a statement: what it lies in, from the innermost outward, stays begun, all else of the
 // body isn't any more.
 using Statements = std::vector<StmtNode *>;

@@ -238,9 +238,11 @@ namespace {
 void endBlock(ExecContext *context, StmtNode *block) {
     const StmtNode *behind = block->next;
     bool isBody = behind && behind->kind == STMT_RETURN && behind->operandC.number == 0;
-    deliverIn(block, isBody ? EVENT_FUNCTION_EXIT : EVENT_BLOCK_EXIT);
     if (block->hasObjects)
         destroyInBlock(block, context->function);
+    DebugEvent event = isBody ? EVENT_FUNCTION_EXIT : EVENT_BLOCK_EXIT;
+    if (wantsEvent(event))
+        deliverEvent(event);
     if (block->operandC.symbols && block->level >= 2)
         popFrame();
     moveTo(context, block->next);
@@ -340,28 +342,6 @@ void leaveBlocks(StmtNode *block, const StmtNode *outer) {
         }
 }
 
-void runBreak(ExecContext *context, StmtNode *statement) {
-    StmtNode *target = statement->operandA.statement;
-    leaveBlocks(statement->operandB.statement, statement->operandC.statement);
-    switch (target->kind) {
-        case STMT_FOREACH: abandonForeach(context, target); return;
-        case STMT_SWITCH: target->operandD.progress = NOT_STARTED; break;
-        default: target->operandE.progress = NOT_STARTED;
-    }
-    moveTo(context, target->next);
-}
-
-void runContinue(ExecContext *context, StmtNode *statement) {
-    StmtNode *target = statement->operandA.statement;
-    leaveBlocks(statement->operandB.statement, statement->operandC.statement);
-    if (target->kind == STMT_FOREACH) {
-        advanceForeach(context, target, "cannot find FOR node (stack error)");
-        return;
-    }
-    StmtNode *step = target->kind == STMT_LOOP ? target->operandD.statement : nullptr;
-    moveTo(context, step ? step : target);
-}
-
 namespace {
 
 bool encloses(const Enclosing *list, const StmtNode *statement) {
@@ -371,18 +351,49 @@ bool encloses(const Enclosing *list, const StmtNode *statement) {
     return false;
 }
 
-// A loop that a goto leaves must start anew when it is reached again.
-void resetLoops(ExecContext *context, const Enclosing *left, const Enclosing *kept) {
-    for (int i = 0; left && i < left->count; i++) {
-        StmtNode *statement = left->statements[i];
-        if (encloses(kept, statement))
-            continue;
-        if (statement->kind == STMT_FOREACH)
-            abandonForeach(context, statement);
-        else if (statement->kind == STMT_LOOP || statement->kind == STMT_DO)
-            statement->operandE.progress = NOT_STARTED;
+// What a jump leaves must start anew when it is reached again.
+void abandon(ExecContext *context, StmtNode *statement) {
+    switch (statement->kind) {
+        case STMT_FOREACH: abandonForeach(context, statement); break;
+        case STMT_SWITCH: abandonSwitch(statement); break;
+        case STMT_LOOP:
+        case STMT_DO: statement->operandE.progress = NOT_STARTED; break;
+        default: break;
     }
 }
+
+void abandonAll(ExecContext *context, const Enclosing *left, const Enclosing *kept) {
+    for (int i = 0; left && i < left->count; i++)
+        if (!encloses(kept, left->statements[i]))
+            abandon(context, left->statements[i]);
+}
+
+}  // namespace
+
+void runBreak(ExecContext *context, StmtNode *statement) {
+    StmtNode *target = statement->operandA.statement;
+    leaveBlocks(statement->operandB.statement, statement->operandC.statement);
+    switch (target->kind) {
+        case STMT_FOREACH: abandonForeach(context, target); return;
+        case STMT_SWITCH: abandonSwitch(target); break;
+        default: target->operandE.progress = NOT_STARTED;
+    }
+    moveTo(context, target->next);
+}
+
+void runContinue(ExecContext *context, StmtNode *statement) {
+    StmtNode *target = statement->operandA.statement;
+    leaveBlocks(statement->operandB.statement, statement->operandC.statement);
+    abandonAll(context, statement->operandD.enclosing, nullptr);
+    if (target->kind == STMT_FOREACH) {
+        advanceForeach(context, target, "cannot find FOR node (stack error)");
+        return;
+    }
+    StmtNode *step = target->kind == STMT_LOOP ? target->operandD.statement : nullptr;
+    moveTo(context, step ? step : target);
+}
+
+namespace {
 
 // Blocks are left innermost first, each with the destructors of its objects.
 void leaveBlock(StmtNode *block) {
@@ -397,7 +408,7 @@ void leaveBlock(StmtNode *block) {
 void runGoto(ExecContext *context, StmtNode *statement) {
     const Label *label = statement->operandA.label;
     StmtNode *block = statement->operandB.statement;
-    resetLoops(context, statement->operandC.enclosing, label->enclosing);
+    abandonAll(context, statement->operandC.enclosing, label->enclosing);
     if (label->function == context->function) {
         for (; block->level >= 2 && block->level > label->block->level;
              block = block->enclosingBlock())

@@ -9,6 +9,7 @@
 #include "expr/typeQueries.h"
 #include "instance/report.h"
 #include "stmt/arms.h"
+#include "stmt/statements.h"
 
 namespace zy {
 
@@ -31,6 +32,8 @@ char *splitToken(char *text, const char *delimiters, char *&position) {
     char *start = text ? text : position;
     if (!start)
         return nullptr;
+    if (!delimiters)
+        delimiters = "";
     start += strspn(start, delimiters);
     position = start;
     if (!*start)
@@ -59,12 +62,15 @@ char *takeText(Value *value) {
 void releaseRecord(ExecContext *context) {
     ExprNode *record = popValue();
     ForeachState *state = stateOf(record);
+    bool indexAssigned = !variableOf(state->statement->operandA.tree);
     free(state->list);
     free(state->delimiters);
     delete state;
     recycleValue(record);
     if (context->stack)
         deleteValue(popValue());  // what ends the loop
+    if (indexAssigned && context->stack)
+        deleteValue(popValue());
 }
 
 // The loop's record, with what stands above it released; NULL after a message.
@@ -88,7 +94,7 @@ void startForeach(ExecContext *context, StmtNode *statement) {
     if (list && popped)
         recycleValue(list);
     Value *top = context->stack;  // the delimiters
-    auto *state = new ForeachState{findVarCell(variableOf(statement->operandA.tree)), text,
+    auto *state = new ForeachState{findVarCell(foreachIndex(statement->operandA.tree)), text,
                                    takeText(top), nullptr, statement};
     top->kind = NODE_FOREACH;
     top->payload.p = state;

@@ -198,14 +198,14 @@ Label *findLabel(FuncInfo *function, NameEntry *name) {
     return list = new Label{list, name, nullptr, nullptr, function, false, nullptr};
 }
 
-// The compound statements that are open.
-Enclosing *enclosingStatements() {
+// The compound statements that are open, down to the entry given at the stack's lower end.
+Enclosing *enclosingStatements(int bottom = FILE_LEVEL_TOP) {
     auto *list = static_cast<Enclosing *>(
         allocOrFail(sizeof(Enclosing) + sizeof(StmtNode *) * PARSE_STACK_SIZE));
     if (!list)
         return nullptr;
     list->count = 0;
-    for (int index = parseTop - 1; index >= FILE_LEVEL_TOP && !functionAt(index); index--)
+    for (int index = parseTop - 1; index >= bottom && !functionAt(index); index--)
         if (StmtNode *owner = ownerAt(index))
             list->statements[list->count++] = owner;
     return list;
@@ -316,22 +316,29 @@ int jumpTarget(bool isBreak) {
     return 0;
 }
 
-void parseJump(StmtNode *statement, bool isBreak, const char *word) {
+// The entry of the target, which is noted in the statement.
+int parseJump(StmtNode *statement, bool isBreak, const char *word) {
     int index = jumpTarget(isBreak);
     if (!index) {
         parseError("invalid place for '%s'", word);
-        return;
+        return 0;
     }
     statement->operandA.statement = ownerAt(index);
     statement->operandB.statement = currentBlock;
     statement->operandC.statement = blockBelow(index);
     expectChar(';', true);
+    return index;
 }
 
 }  // namespace
 
 void parseBreak(StmtNode *statement) { parseJump(statement, true, "break"); }
 
-void parseContinue(StmtNode *statement) { parseJump(statement, false, "continue"); }
+void parseContinue(StmtNode *statement) {
+    int target = parseJump(statement, false, "continue");
+    // A switch on the way may be one whose label is still to be found.
+    if (target && jumpTarget(true) != target)
+        statement->operandD.enclosing = enclosingStatements(target + 1);
+}
 
 }  // namespace zy

@@ -1,8 +1,11 @@
 // Statements with a condition and a body: if, while, for, do, foreach.
 
+#include "decl/dataType.h"
 #include "expr/direct.h"
 #include "expr/guards.h"
+#include "expr/nodeClasses.h"
 #include "expr/nodes.h"
+#include "expr/operators.h"
 #include "expr/parser.h"
 #include "expr/thread.h"
 #include "expr/typeQueries.h"
@@ -171,6 +174,18 @@ ExprNode *newTextNode(const char *text) {
     return node;
 }
 
+}  // namespace
+
+TypeInfo *foreachIndex(const ExprNode *tree) {
+    return variableOf(isOperator(tree) && tree->op == OP_ASSIGN ? tree->left : tree);
+}
+
+namespace {
+
+bool isScalarIndex(const ExprNode *tree) {
+    return foreachIndex(tree) && !isArray(treeType(tree));
+}
+
 // The condition that ends the loop and the delimiters, where they are given.
 void parseForeachEnd(StmtNode *statement) {
     if (comesNext(')')) {
@@ -197,7 +212,7 @@ void parseForeach(StmtNode *statement) {
     statement->operandA.tree = index;
     if (errorFlag)
         return;
-    if (!variableOf(index)) {
+    if (!isScalarIndex(index)) {
         parseError("index of foreach-loop is not scalar variable");
         return;
     }
@@ -209,10 +224,13 @@ void parseForeach(StmtNode *statement) {
     expectChar(')', true);
     if (errorFlag)
         return;
-    // The condition's value lies lowest, then the delimiters, then the list.
+    // The condition's value lies lowest, but for that of an index that is assigned first; then
+    // the delimiters, then the list.
     ExprNode *list = compileChain(statement->operandB.tree, nullptr, false);
     ExprNode *delimiters = compileChain(statement->operandD.tree, list, true);
     statement->chain = compileChain(statement->operandC.tree, delimiters, true);
+    if (!variableOf(index))
+        statement->chain = compileChain(index, statement->chain, true);
     statement->operandE.statement = openBody(statement);
 }
 

@@ -150,6 +150,7 @@ void releaseOperands(StmtNode *statement) {
         case STMT_CASESEN:
         case STMT_FLOATCONST: deleteNode(statement->operandA.tree); break;
         case STMT_GOTO: free(statement->operandC.enclosing); break;
+        case STMT_CONTINUE: free(statement->operandD.enclosing); break;
         default: break;
     }
 }

@@ -22,6 +22,9 @@ bool parseCondition(StmtNode *statement, const char *word);
 // Checks that tree is of that type, and hangs it on operand A with its chain.
 void takeArgument(StmtNode *statement, ExprNode *tree, int expected);
 
+// The variable of a foreach: the tree is its name, or an assignment to it. NULL for any other tree.
+TypeInfo *foreachIndex(const ExprNode *tree);
+
 void parseIf(StmtNode *statement);
 void parseWhile(StmtNode *statement);
 void parseFor(StmtNode *statement);

@@ -74,9 +74,18 @@ void runSwitch(ExecContext *context, StmtNode *statement) {
     StmtNode *found = findCase(statement->operandB.groups, readControlling(value));
     if (value && popped)
         deleteValue(value);
-    if (!found && statement->operandC.statement->operandC.symbols)
-        popFrame();
+    if (StmtNode *body = statement->operandC.statement; !found)
+        leaveBlocks(body, body->enclosingBlock());
     moveTo(context, found ? found : statement->next);
+}
+
+void abandonSwitch(StmtNode *statement) {
+    unsigned char &progress = statement->operandD.progress;
+    bool popped;
+    if (progress == SEARCH_DUE)
+        if (Value *value = operandOf(statement->operandA.tree, popped); value && popped)
+            deleteValue(value);
+    progress = SWITCH_START;
 }
 
 }  // namespace zy
