@@ -179,7 +179,9 @@ Number expectedOf(int code, int type, const Number &a, const Number &b) {
     switch (code) {
         case OP_ARRAYS_ADD: result = {a.whole + b.whole, a.first + b.first}; break;
         case OP_ARRAYS_SUBTRACT: result = {a.whole - b.whole, a.first - b.first}; break;
-        case OP_ELEMENT_MULTIPLY: result = {wrappingProduct(a.whole, b.whole), a.first * b.first}; break;
+        case OP_ELEMENT_MULTIPLY:
+            result = {wrappingProduct(a.whole, b.whole), a.first * b.first};
+            break;
         default: result = {b.whole ? a.whole / b.whole : 0, a.first / b.first};
     }
     return inType(type, result);

@@ -1,5 +1,5 @@
-// Names, frames, the search for declarations, and what changes declarations later. The blocks,
-// functions and classes that a parser would make are made by hand.
+// Names, frames, and what removes or changes declarations. The blocks and functions that a parser
+// would make are made by hand.
 
 #include "expr/scope.h"
 
@@ -137,22 +137,6 @@ TEST_F(ScopeTest, ManyNamesAreFoundAndTheRemovedAreNot) {
     EXPECT_NE(lookupName("_path"), nullptr);
 }
 
-TEST_F(ScopeTest, FileStaticNamesAreHiddenWhileAFileIsReadAndComeBack) {
-    TypeInfo *outer = declareGlobal("helper");
-    outer->storage = STORAGE_STATIC;
-    TypeInfo *plain = declareGlobal("plain");
-    NameEntry *outerName = outer->name;
-    hideFileNames();
-    EXPECT_EQ(lookupName("helper"), nullptr);
-    EXPECT_EQ(lookupName("plain"), plain->name);
-    TypeInfo *inner = declareGlobal("helper");
-    inner->storage = STORAGE_STATIC;
-    restoreFileNames();
-    EXPECT_EQ(lookupName("helper"), outerName);
-    EXPECT_EQ(outerName->symbol, outer);
-    EXPECT_STREQ(inner->name->text, "helper");  // messages still name it
-}
-
 TEST_F(ScopeTest, SlotsBeyondFiftyAreReachedThroughTheChain) {
     StmtNode inner{};
     inner.kind = STMT_BLOCK;
@@ -182,92 +166,10 @@ TEST_F(ScopeTest, SlotsBeyondFiftyAreReachedThroughTheChain) {
     releaseTypeInfoList(inner.symbols());
 }
 
-TEST_F(ScopeTest, EachInvocationHasItsOwnLocals) {
-    FuncInfo *function = newFuncInfo(nullptr);
-    function->parameterLevel = 2;
-    TypeInfo *formal = declare(&function->parameters, "n", 2, DT_INT);
-    auto invoke = [&](int value) {
-        ExecContext *context = newContext();
-        context->caller = currentContext;
-        ScopeFrame *frame = newScopeFrame(function, true);
-        frame->outer = baseFrame;
-        context->frames = frame;
-        currentContext = context;
-        setSlot(frame, 0, newVarCell(DT_INT));
-        findVarCell(formal)->data.i = value;
-    };
-    invoke(1);
-    invoke(2);
-    EXPECT_EQ(findVarCell(formal)->data.i, 2);
-    ExecContext *inner = currentContext;
-    popFrame();
-    currentContext = inner->caller;
-    releaseContext(inner);
-    EXPECT_EQ(findVarCell(formal)->data.i, 1);
-    deleteNode(function);
-}
-
 TEST_F(ScopeTest, OnlyTheBaseFrameStaysWhenFramesArePopped) {
     currentContext->frames = baseFrame;
     popFrame();
     EXPECT_EQ(currentContext->frames, baseFrame);
-}
-
-TEST_F(ScopeTest, CellsAreSetUpAndReleasedByKind) {
-    TypeInfo *a = declareArray("a", DT_DOUBLE, {1, 4, 0, 2});
-    TypeInfo *fortran = declareArray("fa", DT_INT, {0, 2, 0, 3}, KIND_ARRAY);
-    fortran->arrayLink->fortranOrder = 1;
-    TypeInfo *open = declareArray("pa", DT_INT, {0, OPEN_LIMIT}, KIND_P_ARRAY);
-    open->arrayLink->shapeKind = SHAPE_ASSUMED;
-    TypeInfo *texts = declareArray("texts", DT_STRING, {0, 2});
-    TypeInfo *tag = declareGlobal("S", DT_TAG);
-    tag->structLink = newStructInfo(tag);
-    tag->structLink->size = 24;
-    TypeInfo *object = declareGlobal("object", DT_STRUCT);
-    object->structLink = tag->structLink;
-    for (TypeInfo *symbol : {a, fortran, open, texts, object})
-        allocateStorage(symbol);
-
-    const VarCell *cell = a->storageCell;
-    EXPECT_EQ(cell->type, DT_CARRAY);
-    EXPECT_EQ(cell->count, 6u);
-    EXPECT_EQ(cell->shape->extent.stride, 2u);
-    EXPECT_EQ(static_cast<double *>(cell->data.p)[5], 0);
-    EXPECT_EQ(fortran->storageCell->type, DT_ARRAY);
-    EXPECT_EQ(fortran->storageCell->shape->next->extent.stride, 2u);
-    EXPECT_EQ(open->storageCell->type, DT_P_ARRAY);
-    EXPECT_EQ(open->storageCell->adoptShape, 1u);
-    EXPECT_EQ(open->storageCell->data.p, nullptr);
-    static_cast<char **>(texts->storageCell->data.p)[1] = copyString("released with the array");
-    EXPECT_EQ(static_cast<char *>(object->storageCell->data.p)[23], 0);
-
-    VarCell *text = newVarCell(DT_P_CHAR);
-    text->flags = CELL_OWNS_TEXT;
-    text->text = copyString("owned");
-    text->data.text = text->text + 2;
-    killEntry(text);
-    char borrowed[] = "borrowed";
-    for (int type : {DT_P_CHAR, DT_P_VOID, DT_STRUCT}) {
-        VarCell *view = newVarCell(type);
-        view->data.p = borrowed;
-        view->noFree = type == DT_STRUCT;
-        killEntry(view);
-    }
-    VarCell *argument = newVarCell(DT_P_CARRAY);
-    argument->data.p = calloc(3, 8);
-    argument->argumentMark = ARRAY_ARGUMENT;
-    argument->shape = newShapeNode(0, 3);
-    killEntry(argument);
-    EXPECT_STREQ(borrowed, "borrowed");
-}
-
-TEST_F(ScopeTest, ABoundMayNameAVariableThatIsReleasedBeforeIt) {
-    TypeInfo *n = declareGlobal("n");
-    TypeInfo *a = declareArray("a", DT_INT, {0});
-    a->arrayLink->shapeKind = SHAPE_DEFERRED;
-    appendListCell(a->arrayLink->bounds, newSymbolNode(n));
-    allocateStorage(a);
-    EXPECT_EQ(a->storageCell->shape, nullptr);  // each run of the declaration makes it
 }
 
 TEST_F(ScopeTest, AnArrayTooLargeToCountIsRefused) {
@@ -334,138 +236,6 @@ TEST_F(ScopeTest, AnotherRunStartsFromTheVariablesOfTheFile) {
     releaseTypeInfoList(inner.symbols());
 }
 
-// ---- The search for declarations --------------------------------------------------------------
-
-// int f, m; class A { int m; int f(); int g(); };  int A::f(int p) { int v; { int w; } }
-class MemberTest : public ScopeTest {
-protected:
-    void SetUp() override {
-        ScopeTest::SetUp();
-        fileM = declareGlobal("m");
-        fileF = declareGlobal("f");
-        fileG = declareGlobal("g");
-        tag = declareGlobal("A", DT_TAG);
-        tag->structLink = newStructInfo(tag);
-        memberM = declare(&tag->structLink->members, "m", 0, DT_INT);
-        memberM->flags = FLAG_MEMBER | FLAG_RESTRICT;
-        memberG = declare(&tag->structLink->members, "g", 0, DT_INT);
-        memberG->flags = FLAG_MEMBER | FLAG_MEMBER_FUNCTION;
-        memberP = declare(&tag->structLink->members, "p", 0, DT_INT);
-
-        member.name = name("f");
-        function = newFuncInfo(&member);
-        function->parameterLevel = 2;
-        member.functionLink = function;
-        self = declare(&function->parameters, "this", 2, DT_P_STRUCT);
-        self->structLink = tag->structLink;
-        formalP = declare(&function->parameters, "p", 2, DT_INT);
-        body.kind = inner.kind = STMT_BLOCK;
-        body.level = 3;
-        inner.level = 4;
-        body.operandB.statement = &block;
-        inner.operandB.statement = &body;
-        localV = declare(&body.symbols(), "v", 3, DT_INT);
-        innerW = declare(&inner.symbols(), "w", 4, DT_INT);
-        function->body = &body;
-
-        ClassContext *record = claimClassContext();
-        record->thisFormal = self;
-        record->member = &member;
-        declaration.kind = STMT_DECLARATION;
-        ParseEntry entries[] = {
-            {true, &declaration}, {false, function}, {true, &body}, {true, &inner}, {true, &end}};
-        end.kind = STMT_END;
-        for (const ParseEntry &entry : entries)
-            parseStack[++parseTop] = entry;
-    }
-    void TearDown() override {
-        releaseTypeInfoList(body.symbols());
-        releaseTypeInfoList(inner.symbols());
-        deleteNode(function);
-        ScopeTest::TearDown();
-    }
-    Symbol *find(const char *text, const char *rest = ";") {
-        strcpy(lineBuffer, rest);
-        linePos = 0;
-        found = nullptr;
-        return lookupSymbolParse(name(text), nullptr, &found);
-    }
-
-    TypeInfo *fileM, *fileF, *fileG, *tag, *memberM, *memberG, *memberP, *self, *formalP, *localV,
-        *innerW;
-    TypeInfo member{};
-    FuncInfo *function;
-    StmtNode body{}, inner{}, end{}, declaration{};
-    ClassContext *found = nullptr;
-};
-
-TEST_F(MemberTest, MembersStandBetweenTheFunctionAndFileScope) {
-    EXPECT_EQ(find("w"), innerW);
-    EXPECT_EQ(find("v"), localV);
-    EXPECT_EQ(find("p"), formalP);  // hides the member
-    EXPECT_EQ(found, nullptr);
-    EXPECT_EQ(find("m"), memberM);  // hides the file-scope name
-    EXPECT_EQ(found, classContext);
-    EXPECT_EQ(find("f"), fileF);
-    EXPECT_EQ(find("nowhere"), nullptr);
-    TypeInfo *local = declare(&inner.symbols(), "m", 4, DT_INT);
-    EXPECT_EQ(find("m"), local);  // a block's local hides the member
-    EXPECT_EQ(lookupSymbolParse(name("m"), tag->structLink->members, nullptr), memberM);
-}
-
-TEST_F(MemberTest, AMemberFunctionIsMeantOnlyWhereItIsCalled) {
-    EXPECT_EQ(find("g", "  (1);"), memberG);
-    EXPECT_EQ(find("g", " + 1;"), fileG);
-}
-
-TEST_F(MemberTest, OutsideEveryBlockTheFileScopeDeclarationCounts) {
-    parseTop = 0;
-    EXPECT_EQ(find("m"), fileM);
-}
-
-TEST_F(MemberTest, TheRunTimeSearchSeesTheSame) {
-    ExecContext *call = newContext();
-    call->caller = currentContext;
-    call->function = function;
-    call->level = 2;
-    StmtNode statement{};
-    statement.kind = 41;
-    statement.next = &end;
-    end.operandB.statement = &inner;
-    auto findAt = [&](ExecContext *context, const char *text) {
-        strcpy(lineBuffer, ";");
-        linePos = 0;
-        found = nullptr;
-        return lookupSymbolRun(context, &statement, name(text), &found);
-    };
-    EXPECT_EQ(findAt(call, "w"), innerW);
-    EXPECT_EQ(findAt(call, "v"), localV);
-    EXPECT_EQ(findAt(call, "p"), formalP);
-    EXPECT_EQ(findAt(call, "m"), memberM);
-    EXPECT_EQ(found, classContext);
-
-    // A function nested in it sees its caller's locals and members, tags not; a plain function that
-    // it calls sees neither.
-    call->statement = &statement;
-    declare(&inner.symbols(), "T", 4, DT_TAG);
-    FuncInfo other{};
-    ExecContext *nested = newContext();
-    nested->caller = call;
-    nested->function = &other;
-    nested->level = 5;
-    auto findIn = [&](ExecContext *context, const char *text) {
-        return lookupSymbolRun(context, nullptr, name(text), &found);
-    };
-    EXPECT_EQ(findIn(nested, "w"), innerW);
-    EXPECT_EQ(findIn(nested, "m"), memberM);
-    EXPECT_EQ(findIn(nested, "T"), nullptr);
-    nested->level = 2;
-    EXPECT_EQ(findIn(nested, "w"), nullptr);
-    EXPECT_EQ(findIn(nested, "m"), fileM);
-    releaseContext(nested);
-    releaseContext(call);
-}
-
 // ---- Removal and redeclaration ----------------------------------------------------------------
 
 TEST_F(ScopeTest, RemvarRemovesGlobalsAndConstantsAndReportsTheRest) {
@@ -496,14 +266,6 @@ TEST_F(ScopeTest, RemvarRemovesGlobalsAndConstantsAndReportsTheRest) {
     EXPECT_EQ(errorsOf([] { EXPECT_EQ(call(remvar, nullptr), -1); }),
               "WARNING: remvar() removing null variable \n");
     EXPECT_EQ(runStatus, RUN_WARNING);
-}
-
-TEST_F(ScopeTest, SystemVariablesKeepTheirSlotsWhenAnotherIsRemoved) {
-    Symbol *first = addSystemVariable("_one", DT_INT, 90);
-    Symbol *second = addSystemVariable("_two", DT_INT, 91);
-    EXPECT_EQ(call(remvar, "_two"), 0);
-    EXPECT_EQ(first->index, 90);
-    EXPECT_EQ(second->name->symbol, nullptr);
 }
 
 TEST_F(ScopeTest, IsvarTellsConstantsVariablesAndFunctionsApart) {
@@ -563,23 +325,6 @@ TEST_F(RedeclarationTest, ChangesAreReported) {
     EXPECT_EQ(block.symbols(), a);
     EXPECT_EQ(a->next, x);
     EXPECT_EQ(x->next, nullptr);
-}
-
-TEST_F(RedeclarationTest, ARepeatedDefinitionKeepsTheVariable) {
-    TypeInfo *x = declareGlobal("x");
-    allocateStorage(x);
-    x->storageCell->data.i = 5;
-    VarCell *cell = x->storageCell;
-    TypeInfo *again = declareGlobal("x");
-    allocateStorage(again);
-    EXPECT_EQ(redeclare(again, x), "");
-    EXPECT_EQ(x->storageCell, cell);
-    EXPECT_EQ(findVarCell(x)->data.i, 5);
-    allocateStorage(x);  // once more changes nothing
-    TypeInfo *sameCell = declareGlobal("x");
-    sameCell->storageCell = cell;
-    allocateStorage(sameCell);
-    EXPECT_EQ(redeclare(sameCell, x), "");
 }
 
 TEST_F(RedeclarationTest, ADefinitionCompletesAnExternDeclaration) {
