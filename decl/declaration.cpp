@@ -115,6 +115,7 @@ private:
     bool belongsToFile(const Declarator &declarator) const;
     bool readFunctionType(TypeInfo *info, const Declarator &declarator);
     TypeInfo *installFunction(TypeInfo *info, const Declarator &declarator);
+    bool entersBody(TypeInfo *function) const;
     bool declareFunction(TypeInfo *&info, Declarator &declarator, bool &bodyFollows);
     bool defineMember(const Declarator &declarator, bool &bodyFollows);
     bool defineMemberFunction(const Declarator &declarator, bool &bodyFollows);
@@ -144,6 +145,7 @@ private:
     TypeInfo **symbolList;
     DeclContext context;
     Specifiers specifiers;
+    bool isFirst = true;  // of the declarators
 };
 
 // ---- The declaration as a whole ---------------------------------------------------------------
@@ -153,8 +155,8 @@ bool DeclarationParser::run(TypeInfo **last) {
         return false;
     bool bodyFollows = false;
     TypeInfo *latest = nullptr;
-    while (declareOne(&latest, bodyFollows) && !bodyFollows && nextDeclarator(latest)) {
-    }
+    while (declareOne(&latest, bodyFollows) && !bodyFollows && nextDeclarator(latest))
+        isFirst = false;
     if (last && latest)
         *last = latest;
     return bodyFollows;
@@ -487,6 +489,12 @@ TypeInfo *DeclarationParser::installFunction(TypeInfo *info, const Declarator &d
     return info;
 }
 
+// A function that has a body is declared alone: the initial values of other declarators would be
+// stored in it.
+bool DeclarationParser::entersBody(TypeInfo *function) const {
+    return isFirst && functionPrologue(function, specifiers.storage == STORAGE_TYPEDEF);
+}
+
 bool DeclarationParser::declareFunction(TypeInfo *&info, Declarator &declarator,
                                         bool &bodyFollows) {
     if (level <= FILE_LEVEL && context == CONTEXT_PLAIN && specifiers.storage != STORAGE_TYPEDEF) {
@@ -504,7 +512,7 @@ bool DeclarationParser::declareFunction(TypeInfo *&info, Declarator &declarator,
     }
     info = installFunction(info, declarator);
     if (info && isInBlock())
-        bodyFollows = functionPrologue(info, specifiers.storage == STORAGE_TYPEDEF);
+        bodyFollows = entersBody(info);
     return info && !errorFlag;
 }
 
@@ -551,7 +559,7 @@ bool DeclarationParser::defineMemberFunction(const Declarator &declarator, bool 
         releaseTypeInfo(fresh);
     else
         done = redeclareMember(member, fresh);
-    bodyFollows = done && functionPrologue(member, false);
+    bodyFollows = done && entersBody(member);
     if (!bodyFollows)
         leaveClass();
     return done && !errorFlag;
@@ -647,7 +655,7 @@ bool DeclarationParser::checkPlain(const TypeInfo *info, bool isInitialised) con
 
 bool DeclarationParser::declareObject(TypeInfo *&info, const Declarator &declarator) {
     nextToken();
-    bool isInitialised = context == CONTEXT_PLAIN && isOperator(WORD_ASSIGN);
+    bool isInitialised = isInBlock() && isOperator(WORD_ASSIGN);  // a formal takes no value
     pushedBack = !isInitialised;
     if (declarator.status == NAME_FUNCTION) {
         parseError("identifier '%s' has already defined as function", declarator.name->text);
