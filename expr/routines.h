@@ -40,6 +40,7 @@ void commaOperator(ExprNode *node);
 void evalConditional(ExprNode *node);
 void newOperator(ExprNode *node);
 void sizeofOperator(ExprNode *node);
+void elementTypeOperator(ExprNode *node);
 void evaluateText(ExprNode *node);
 
 // Formatted output (rtlib/printfOperators.cpp).

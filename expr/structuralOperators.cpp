@@ -1,4 +1,4 @@
-// Operators that move values about: cast, comma, sizeof, new, streval.
+// Operators that move values about: cast, comma, sizeof, new, elementtype, streval.
 
 #include <cstdio>
 #include <cstring>
@@ -211,6 +211,20 @@ void newOperator(ExprNode *node) {
         constructMembers(result->payload.p, info, info->members);
     if (result)
         pushValue(result);
+}
+
+// ---- elementtype --------------------------------------------------------------------------------
+
+// A formal may take arrays of any type, so the array tells.
+void elementTypeOperator(ExprNode *node) {
+    int type = 0;
+    {
+        Operand array(node->left, Operand::CONTENTS);
+        if (!array)
+            return;
+        type = array->payload2.elementType;
+    }
+    pushScalar(type);
 }
 
 // ---- streval ------------------------------------------------------------------------------------
