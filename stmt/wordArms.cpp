@@ -186,18 +186,32 @@ void runSrand(ExecContext *context, StmtNode *statement) {
 
 // ---- free and delete ----------------------------------------------------------------------------
 
-void runFree(ExecContext *context, StmtNode *statement) {
-    bool popped;
-    Value *value = operandOf(statement->operandA.tree, popped);
-    if (TypeInfo *variable = variableOf(statement->operandA.tree)) {
+namespace {
+
+void freePointer(TypeInfo *variable, const Value *value) {
+    if (variable) {
         VarCell *cell = findVarCell(variable);
         free(cell->data.p);
         cell->data.p = nullptr;
     } else if (value) {
         free(value->payload.p);
     }
-    if (value && popped)
-        recycleValue(value);
+}
+
+}  // namespace
+
+void runFree(ExecContext *context, StmtNode *statement) {
+    bool popped;
+    Value *value = operandOf(statement->operandA.tree, popped);
+    int type = value ? static_cast<int>(value->type) : DT_UNDEFINED;
+    if (type == DT_CARRAY || type == DT_ARRAY) {  // ends with what it is part of
+        if (popped)
+            deleteValue(value);
+    } else {
+        freePointer(variableOf(statement->operandA.tree), value);
+        if (value && popped)
+            recycleValue(value);
+    }
     moveTo(context, statement->next);
 }
 
