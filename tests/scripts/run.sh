@@ -12,6 +12,8 @@ for script in *.zy; do
     name=${script%.zy}
     timeout "${ZY_SECONDS:-5}" "$zy" "$script" >"$work/out" 2>"$work/err" </dev/null
     echo $? >"$work/rc"
+    # A block that is too large is refused, as a system does; the sanitizer remarks on it.
+    sed -i '/AddressSanitizer failed to allocate/d' "$work/err"
     for part in out err rc; do
         [ -e "$name.$part" ] && cp "$name.$part" "$work/expected" || : >"$work/expected"
         [ $part = rc ] && [ ! -s "$work/expected" ] && echo 0 >"$work/expected"
